@@ -1,0 +1,58 @@
+/* A short tour of libZELK_signal: each step calls the library on real data and prints what
+ * came back, status texts included. */
+#include <stdio.h>
+
+#include "zelk_signal.h"
+
+static void show_status(const char *what, ZelkStatus st) {
+    printf("  %-34s -> %3d  %s\n", what, (int)st, ZELKS_GetStatusString(st));
+}
+
+static void print_16s(const char *label, const Zelk16s *x, int n) {
+    int i;
+    printf("  %-10s", label);
+    for (i = 0; i < n; ++i) printf(" %6d", x[i]);
+    printf("\n");
+}
+
+int main(void) {
+    const ZelkLibVersion *v = ZELKS_GetLibVersion();
+    printf("%s %s for %s\n\n", v->name, v->version, v->target);
+
+    printf("Saturating absolute value (the most negative 16-bit value has no positive twin):\n");
+    {
+        Zelk16s x[6] = {-32768, -32767, -5, 0, 7, 32767}, y[6];
+        print_16s("src", x, 6);
+        show_status("ZELKS_Abs_16s", ZELKS_Abs_16s(x, y, 6));
+        print_16s("dst", y, 6);
+    }
+
+    printf("\nOverlapping move: a 1000-element buffer shifted up by one element in place:\n");
+    {
+        Zelk32s *buf = ZELKS_Malloc_32s(1001);
+        int i;
+        if (!buf) return 1;
+        for (i = 0; i < 1000; ++i) buf[i] = i;
+        show_status("ZELKS_Move_32s(buf, buf + 1)", ZELKS_Move_32s(buf, buf + 1, 1000));
+        printf("  buf[0..4] = %d %d %d %d %d, buf[1000] = %d\n", buf[0], buf[1], buf[2], buf[3], buf[4],
+               buf[1000]);
+        ZELKS_Free(buf);
+    }
+
+    printf("\nReversing complex samples keeps each (re, im) pair whole:\n");
+    {
+        Zelk32fc s[3] = {{1, 2}, {3, 4}, {5, 6}}, d[3];
+        show_status("ZELKS_Flip_32fc", ZELKS_Flip_32fc(s, d, 3));
+        printf("  (%g,%g) (%g,%g) (%g,%g)\n", d[0].re, d[0].im, d[1].re, d[1].im, d[2].re, d[2].im);
+    }
+
+    printf("\nArguments are checked before anything is written:\n");
+    {
+        Zelk32f x[4] = {1, 2, 3, 4};
+        show_status("ZELKS_Copy_32f(NULL, x, 0)", ZELKS_Copy_32f(NULL, x, 0));
+        show_status("ZELKS_Copy_32f(x, x, -1)", ZELKS_Copy_32f(x, x, -1));
+        printf("  ZELKS_Malloc_16s(1073741824) = %p (too large: the core service is not asked)\n",
+               (void *)ZELKS_Malloc_16s(1073741824));
+    }
+    return 0;
+}

@@ -1,0 +1,243 @@
+/* libZELK_signal: signal-processing primitives for AArch64 (NEON).
+ *
+ * Every function is a plain C function on caller-owned memory that returns a ZelkStatus
+ * (the memory family and the two queries excepted). Names read
+ * ZELKS_<Family>[_<Qualifier>]_<types>[_I|_S|_IS]; arguments come in the order
+ * sources, constant, destination, len, selectors, scale. `len` counts elements
+ * (a complex pair counts once). */
+#ifndef ZELK_SIGNAL_H
+#define ZELK_SIGNAL_H
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#if defined(ZELK_BUILDING) && defined(__GNUC__)
+#pragma GCC visibility push(default)
+#endif
+
+/* ---- Element types ---------------------------------------------------------------------- */
+
+typedef uint8_t  Zelk8u;
+typedef int8_t   Zelk8s;
+typedef uint16_t Zelk16u;
+typedef int16_t  Zelk16s;
+typedef uint16_t Zelk16f; /* IEEE 754 binary16, carried as its bit pattern */
+typedef uint32_t Zelk32u;
+typedef int32_t  Zelk32s;
+typedef float    Zelk32f;
+typedef uint64_t Zelk64u;
+typedef int64_t  Zelk64s;
+typedef double   Zelk64f;
+
+/* Packed 24-bit data travels as bytes: three per element, least significant first, no padding;
+ * the sign of 24s is the top bit of the third byte. `len` still counts elements. */
+typedef uint8_t Zelk24u;
+typedef uint8_t Zelk24s;
+
+/* Interleaved complex: real part first. Arrays are re0, im0, re1, im1, ... */
+typedef struct { Zelk8s re, im; } Zelk8sc;
+typedef struct { Zelk16s re, im; } Zelk16sc;
+typedef struct { Zelk32s re, im; } Zelk32sc;
+typedef struct { Zelk64s re, im; } Zelk64sc;
+typedef struct { Zelk32f re, im; } Zelk32fc;
+typedef struct { Zelk64f re, im; } Zelk64fc;
+
+/* ---- Status values ---------------------------------------------------------------------- */
+
+/* 0 is success. 203, 300..307, and 202 from Exp, mean all output was written and say something
+ * about the data; every other value means the call stopped at a failed check and wrote nothing. */
+typedef int32_t ZelkStatus;
+
+enum {
+    ZELK_STS_NO_ERR = 0,
+    ZELK_STS_NULL_PTR_ERR = 1,
+    ZELK_STS_SIZE_ERR = 2,
+    ZELK_STS_DIV_BY_ZERO_ERR = 3,
+    ZELK_STS_THRESH_ORDER_ERR = 5,
+    ZELK_STS_THRESH_NEG_ERR = 6,
+    ZELK_STS_BAD_ARG_ERR = 7,
+    ZELK_STS_MALLOC_ERR = 9,
+    ZELK_STS_GEN_ARG_ERR = 10,
+    ZELK_STS_FFT_FLAG_ERR = 14,
+    ZELK_STS_FFT_ORDER_ERR = 15,
+    ZELK_STS_MASK_SIZE_ERR = 17,
+    ZELK_STS_ZC_TYPE_ERR = 18,
+    ZELK_STS_SHIFT_ERR = 19,
+    ZELK_STS_SCALE_ERR = 20,
+    ZELK_STS_CONTEXT_ERR = 21,
+    ZELK_STS_ROUND_MODE_ERR = 200,
+    ZELK_STS_TOO_BIG_ERR = 202,
+    ZELK_STS_EXP_UNDERFLOW_WARN = 203,
+    ZELK_STS_SPEC_LEN_ERR = 204,
+    ZELK_STS_DIV_BY_ZERO_WARN = 300,
+    ZELK_STS_LN_ZERO_WARN = 301,
+    ZELK_STS_LN_NEG_WARN = 302,
+    ZELK_STS_SINGULARITY_WARN = 303,
+    ZELK_STS_DOMAIN_WARN = 304,
+    ZELK_STS_SQRT_NEG_WARN = 305,
+    ZELK_STS_THRESH_INV_ZERO_WARN = 306,
+    ZELK_STS_EVEN_MASK_WARN = 307,
+    ZELK_STS_SAMPLE_FACTOR_ERR = 400,
+    ZELK_STS_SAMPLE_PHASE_ERR = 401,
+    ZELK_STS_ROUND_ARG_ERR = 402,
+    ZELK_STS_LMS_ARG_ERR = 403,
+    ZELK_STS_SPARSE_POS_ERR = 404,
+    ZELK_STS_DATA_TYPE_ERR = 405,
+    ZELK_STS_FIR_ALG_ERR = 406,
+    ZELK_STS_FIR_FACTOR_ERR = 407,
+    ZELK_STS_FIR_PHASE_ERR = 408,
+    ZELK_STS_FIRGEN_WIN_ERR = 409,
+    ZELK_STS_KAISER_ALPHA_ERR = 410,
+    ZELK_STS_GOERTZ_FREQ_ERR = 411,
+    ZELK_STS_TOPK_STRIDE_ERR = 600
+};
+
+/* ---- Core service (libZELK_core) -------------------------------------------------------- */
+
+typedef struct ZelkLibVersion {
+    int major;
+    int minor;
+    int patch;
+    const char *name;    /* "libZELK_signal" */
+    const char *version; /* "2.2.0" */
+    const char *target;  /* instruction set the family was built for */
+} ZelkLibVersion;
+
+void *ZELK_Malloc(int size);
+void ZELK_Free(void *ptr);
+const ZelkLibVersion *ZELK_GetLibVersion(void);
+const char *ZELK_GetStatusString(ZelkStatus status);
+
+/* ---- Constants: coefficients of the exponential polynomials ------------------------------ */
+
+extern const float EXP_POLY_A1;
+extern const float EXP_POLY_A2;
+extern const float EXP_POLY_A3;
+extern const float EXP_POLY_A4;
+extern const double EXP_POLY64_A0;
+extern const double EXP_POLY64_A1;
+extern const double EXP_POLY64_A2;
+extern const double EXP_POLY64_A3;
+extern const double EXP_POLY64_A4;
+extern const double EXP_POLY64_A5;
+
+/* ---- Memory --------------------------------------------------------------------------- */
+
+/* Uninitialised arrays of `len` elements from ZELK_Malloc; null for len < 1 or a len whose
+ * byte count would not fit in 31 bits. Release with ZELKS_Free. */
+Zelk8u *ZELKS_Malloc_8u(int len);
+Zelk8s *ZELKS_Malloc_8s(int len);
+Zelk16u *ZELKS_Malloc_16u(int len);
+Zelk16s *ZELKS_Malloc_16s(int len);
+Zelk8sc *ZELKS_Malloc_8sc(int len);
+Zelk32u *ZELKS_Malloc_32u(int len);
+Zelk32s *ZELKS_Malloc_32s(int len);
+Zelk32f *ZELKS_Malloc_32f(int len);
+Zelk16sc *ZELKS_Malloc_16sc(int len);
+Zelk64u *ZELKS_Malloc_64u(int len);
+Zelk64s *ZELKS_Malloc_64s(int len);
+Zelk64f *ZELKS_Malloc_64f(int len);
+Zelk32sc *ZELKS_Malloc_32sc(int len);
+Zelk32fc *ZELKS_Malloc_32fc(int len);
+Zelk64sc *ZELKS_Malloc_64sc(int len);
+Zelk64fc *ZELKS_Malloc_64fc(int len);
+void ZELKS_Free(void *ptr);
+const ZelkLibVersion *ZELKS_GetLibVersion(void);
+const char *ZELKS_GetStatusString(ZelkStatus status);
+
+/* ---- Vector basics ---------------------------------------------------------------------- */
+
+/* Abs: integers saturate (-32768 -> 32767); floating forms clear the sign bit only. */
+ZelkStatus ZELKS_Abs_16s(const Zelk16s *src, Zelk16s *dst, int len);
+ZelkStatus ZELKS_Abs_32s(const Zelk32s *src, Zelk32s *dst, int len);
+ZelkStatus ZELKS_Abs_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Abs_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Abs_16s_I(Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_Abs_32s_I(Zelk32s *srcDst, int len);
+ZelkStatus ZELKS_Abs_32f_I(Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Abs_64f_I(Zelk64f *srcDst, int len);
+
+ZelkStatus ZELKS_Zero_8u(Zelk8u *dst, int len);
+ZelkStatus ZELKS_Zero_16s(Zelk16s *dst, int len);
+ZelkStatus ZELKS_Zero_32s(Zelk32s *dst, int len);
+ZelkStatus ZELKS_Zero_64s(Zelk64s *dst, int len);
+ZelkStatus ZELKS_Zero_32f(Zelk32f *dst, int len);
+ZelkStatus ZELKS_Zero_64f(Zelk64f *dst, int len);
+ZelkStatus ZELKS_Zero_16sc(Zelk16sc *dst, int len);
+ZelkStatus ZELKS_Zero_32sc(Zelk32sc *dst, int len);
+ZelkStatus ZELKS_Zero_64sc(Zelk64sc *dst, int len);
+ZelkStatus ZELKS_Zero_32fc(Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Zero_64fc(Zelk64fc *dst, int len);
+
+ZelkStatus ZELKS_Set_8u(Zelk8u val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Set_16s(Zelk16s val, Zelk16s *dst, int len);
+ZelkStatus ZELKS_Set_32s(Zelk32s val, Zelk32s *dst, int len);
+ZelkStatus ZELKS_Set_64s(Zelk64s val, Zelk64s *dst, int len);
+ZelkStatus ZELKS_Set_32f(Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Set_64f(Zelk64f val, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Set_16sc(Zelk16sc val, Zelk16sc *dst, int len);
+ZelkStatus ZELKS_Set_32sc(Zelk32sc val, Zelk32sc *dst, int len);
+ZelkStatus ZELKS_Set_64sc(Zelk64sc val, Zelk64sc *dst, int len);
+ZelkStatus ZELKS_Set_32fc(Zelk32fc val, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Set_64fc(Zelk64fc val, Zelk64fc *dst, int len);
+
+/* Copy: raw bits, ranges must not overlap (use Move for that). */
+ZelkStatus ZELKS_Copy_8u(const Zelk8u *src, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Copy_16s(const Zelk16s *src, Zelk16s *dst, int len);
+ZelkStatus ZELKS_Copy_32s(const Zelk32s *src, Zelk32s *dst, int len);
+ZelkStatus ZELKS_Copy_64s(const Zelk64s *src, Zelk64s *dst, int len);
+ZelkStatus ZELKS_Copy_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Copy_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Copy_16sc(const Zelk16sc *src, Zelk16sc *dst, int len);
+ZelkStatus ZELKS_Copy_32sc(const Zelk32sc *src, Zelk32sc *dst, int len);
+ZelkStatus ZELKS_Copy_64sc(const Zelk64sc *src, Zelk64sc *dst, int len);
+ZelkStatus ZELKS_Copy_32fc(const Zelk32fc *src, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Copy_64fc(const Zelk64fc *src, Zelk64fc *dst, int len);
+
+/* Move: as if through a temporary, for any overlap of src and dst. */
+ZelkStatus ZELKS_Move_8u(const Zelk8u *src, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Move_16s(const Zelk16s *src, Zelk16s *dst, int len);
+ZelkStatus ZELKS_Move_32s(const Zelk32s *src, Zelk32s *dst, int len);
+ZelkStatus ZELKS_Move_64s(const Zelk64s *src, Zelk64s *dst, int len);
+ZelkStatus ZELKS_Move_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Move_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Move_16sc(const Zelk16sc *src, Zelk16sc *dst, int len);
+ZelkStatus ZELKS_Move_32sc(const Zelk32sc *src, Zelk32sc *dst, int len);
+ZelkStatus ZELKS_Move_64sc(const Zelk64sc *src, Zelk64sc *dst, int len);
+ZelkStatus ZELKS_Move_32fc(const Zelk32fc *src, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Move_64fc(const Zelk64fc *src, Zelk64fc *dst, int len);
+
+/* Flip: dst[len-1-i] = src[i]; complex elements stay whole. */
+ZelkStatus ZELKS_Flip_8u(const Zelk8u *src, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Flip_16u(const Zelk16u *src, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Flip_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Flip_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Flip_32fc(const Zelk32fc *src, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Flip_64fc(const Zelk64fc *src, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_Flip_8u_I(Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_Flip_16u_I(Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_Flip_32f_I(Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Flip_64f_I(Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_Flip_32fc_I(Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_Flip_64fc_I(Zelk64fc *srcDst, int len);
+
+/* ---- Add and subtract ----------------------------------------------------------------- */
+
+/* ---- Multiplication ------------------------------------------------------------------- */
+
+/* ---- Division ------------------------------------------------------------------------- */
+
+/* ---- Type conversion ------------------------------------------------------------------ */
+
+#if defined(ZELK_BUILDING) && defined(__GNUC__)
+#pragma GCC visibility pop
+#endif
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* ZELK_SIGNAL_H */

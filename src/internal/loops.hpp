@@ -1,0 +1,42 @@
+// Bulk and tail: whole blocks from the start of the array, then the rest element by element.
+// The block and the single element apply the same rule unless a family says they differ.
+#pragma once
+
+#include "simd.hpp"
+
+namespace zelk {
+
+// dst[i] = one(src[i]), `Step` elements at a time through block(src + i, dst + i).
+template <int Step, class S, class D, class Block, class One>
+inline void transform(const S* src, D* dst, int len, Block block, One one) {
+    int i = 0;
+    for (; i <= len - Step; i += Step) block(src + i, dst + i);
+    for (; i < len; ++i) dst[i] = one(src[i]);
+}
+
+// dst[i] = one(a[i], b[i]); element i of both sources is read before element i is written.
+template <int Step, class S1, class S2, class D, class Block, class One>
+inline void transform(const S1* a, const S2* b, D* dst, int len, Block block, One one) {
+    int i = 0;
+    for (; i <= len - Step; i += Step) block(a + i, b + i, dst + i);
+    for (; i < len; ++i) dst[i] = one(a[i], b[i]);
+}
+
+// A block of U whole vectors of T through a lane-wise function; all loads precede all stores.
+template <int U, class T, class F>
+inline void map_vectors(const T* s, T* d, F f) {
+    constexpr int L = simd::lanes<T>;
+    simd::vec<T> v[U];
+    for (int u = 0; u < U; ++u) v[u] = simd::load(s + u * L);
+    for (int u = 0; u < U; ++u) simd::store(d + u * L, f(v[u]));
+}
+
+template <int U, class T, class F>
+inline void map_vectors(const T* a, const T* b, T* d, F f) {
+    constexpr int L = simd::lanes<T>;
+    simd::vec<T> v[U];
+    for (int u = 0; u < U; ++u) v[u] = f(simd::load(a + u * L), simd::load(b + u * L));
+    for (int u = 0; u < U; ++u) simd::store(d + u * L, v[u]);
+}
+
+}  // namespace zelk

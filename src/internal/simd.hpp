@@ -1,0 +1,168 @@
+// 128-bit NEON for the library's vector code: <arm_neon.h> on AArch64, SIMDe's NEON elsewhere.
+//
+// Results must be identical on both builds, so on other hosts this header supplies what SIMDe
+// 0.7.4 lacks and replaces what it gets wrong, and turns the intrinsics whose SIMDe versions are
+// known to differ from NEON into compile errors until someone gives them an exact shim.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__aarch64__)
+#include <arm_neon.h>
+#else
+#define SIMDE_ENABLE_NATIVE_ALIASES
+#include <simde/arm/neon.h>
+#include <immintrin.h>
+
+// Division and square root are correctly rounded on both ISAs, so SSE gives NEON's bits.
+inline float32x4_t vdivq_f32(float32x4_t a, float32x4_t b) { return a / b; }
+inline float64x2_t vdivq_f64(float64x2_t a, float64x2_t b) { return a / b; }
+inline float32x4_t vsqrtq_f32(float32x4_t a) { return (float32x4_t)_mm_sqrt_ps((__m128)a); }
+inline float64x2_t vsqrtq_f64(float64x2_t a) { return (float64x2_t)_mm_sqrt_pd((__m128d)a); }
+
+// FRINTA: ties away from zero. a - trunc(a) is exact, so the tie test is exact too.
+inline float32x4_t vrndaq_f32(float32x4_t a) {
+    float32x4_t t = vrndq_f32(a);
+    uint32x4_t up = vcgeq_f32(vabsq_f32(vsubq_f32(a, t)), vdupq_n_f32(0.5f));
+    float32x4_t one = vbslq_f32(vdupq_n_u32(0x80000000u), a, vdupq_n_f32(1.0f));
+    return vbslq_f32(up, vaddq_f32(t, one), t);
+}
+inline float64x2_t vrndaq_f64(float64x2_t a) {
+    float64x2_t t = vrndq_f64(a);
+    uint64x2_t up = vcgeq_f64(vabsq_f64(vsubq_f64(a, t)), vdupq_n_f64(0.5));
+    float64x2_t one = vbslq_f64(vdupq_n_u64(0x8000000000000000ull), a, vdupq_n_f64(1.0));
+    return vbslq_f64(up, vaddq_f64(t, one), t);
+}
+// FRINTX: the thread's current rounding mode, as MXCSR holds it.
+inline float32x4_t vrndxq_f32(float32x4_t a) {
+    return (float32x4_t)_mm_round_ps((__m128)a, _MM_FROUND_CUR_DIRECTION);
+}
+inline float64x2_t vrndxq_f64(float64x2_t a) {
+    return (float64x2_t)_mm_round_pd((__m128d)a, _MM_FROUND_CUR_DIRECTION);
+}
+
+// FCVTZU: SIMDe saturates at 2^31; NEON saturates at 2^32 (NaN and negatives give 0).
+#undef vcvtq_u32_f32
+inline uint32x4_t vcvtq_u32_f32(float32x4_t a) {
+    const float32x4_t two31 = vdupq_n_f32(2147483648.0f);
+    uint32x4_t high = vcgeq_f32(a, two31);
+    int32x4_t low = vmaxq_s32(vcvtq_s32_f32(a), vdupq_n_s32(0));
+    uint32x4_t top = vaddq_u32(vreinterpretq_u32_s32(vcvtq_s32_f32(vsubq_f32(a, two31))),
+                               vdupq_n_u32(0x80000000u));
+    return vbslq_u32(high, top, vreinterpretq_u32_s32(low));
+}
+
+// Conversions with a rounding of their own: the matching rounding, then the saturating
+// truncation, which maps NaN to 0 as NEON does.
+inline int32x4_t vcvtnq_s32_f32(float32x4_t a) { return vcvtq_s32_f32(vrndnq_f32(a)); }
+inline int32x4_t vcvtaq_s32_f32(float32x4_t a) { return vcvtq_s32_f32(vrndaq_f32(a)); }
+inline int32x4_t vcvtmq_s32_f32(float32x4_t a) { return vcvtq_s32_f32(vrndmq_f32(a)); }
+inline int32x4_t vcvtpq_s32_f32(float32x4_t a) { return vcvtq_s32_f32(vrndpq_f32(a)); }
+inline uint32x4_t vcvtnq_u32_f32(float32x4_t a) { return vcvtq_u32_f32(vrndnq_f32(a)); }
+inline uint32x4_t vcvtaq_u32_f32(float32x4_t a) { return vcvtq_u32_f32(vrndaq_f32(a)); }
+inline int64x2_t vcvtnq_s64_f64(float64x2_t a) { return vcvtq_s64_f64(vrndnq_f64(a)); }
+inline int64x2_t vcvtaq_s64_f64(float64x2_t a) { return vcvtq_s64_f64(vrndaq_f64(a)); }
+inline uint64x2_t vcvtnq_u64_f64(float64x2_t a) { return vcvtq_u64_f64(vrndnq_f64(a)); }
+inline uint64x2_t vcvtaq_u64_f64(float64x2_t a) { return vcvtq_u64_f64(vrndaq_f64(a)); }
+
+// Widening and narrowing of the high halves.
+inline float64x2_t vcvt_high_f64_f32(float32x4_t a) { return vcvt_f64_f32(vget_high_f32(a)); }
+inline float32x4_t vcvt_high_f32_f64(float32x2_t low, float64x2_t a) {
+    return vcombine_f32(low, vcvt_f32_f64(a));
+}
+
+// SIMDe's versions of these differ from NEON (signed zeros and signalling NaNs in max/min,
+// saturation of the doubling multiplies, the reciprocal estimate tables). Using one is a
+// compile error here; write an exact shim above when a family needs it.
+#define ZELK_NOT_NEON_EXACT(name) name##_differs_from_neon_in_simde_write_a_shim
+#undef vmaxnmq_f32
+#undef vmaxnmq_f64
+#undef vminnmq_f32
+#undef vminnmq_f64
+#undef vqrdmulhq_s16
+#undef vqrdmulhq_s32
+#undef vqdmulhq_s16
+#undef vqdmulhq_s32
+#undef vrecpeq_f32
+#undef vrsqrteq_f32
+#define vmaxnmq_f32 ZELK_NOT_NEON_EXACT(vmaxnmq_f32)
+#define vmaxnmq_f64 ZELK_NOT_NEON_EXACT(vmaxnmq_f64)
+#define vminnmq_f32 ZELK_NOT_NEON_EXACT(vminnmq_f32)
+#define vminnmq_f64 ZELK_NOT_NEON_EXACT(vminnmq_f64)
+#define vqrdmulhq_s16 ZELK_NOT_NEON_EXACT(vqrdmulhq_s16)
+#define vqrdmulhq_s32 ZELK_NOT_NEON_EXACT(vqrdmulhq_s32)
+#define vqdmulhq_s16 ZELK_NOT_NEON_EXACT(vqdmulhq_s16)
+#define vqdmulhq_s32 ZELK_NOT_NEON_EXACT(vqdmulhq_s32)
+#define vrecpeq_f32 ZELK_NOT_NEON_EXACT(vrecpeq_f32)
+#define vrsqrteq_f32 ZELK_NOT_NEON_EXACT(vrsqrteq_f32)
+#endif
+
+namespace zelk::simd {
+
+// Overloads by element type, so that one template serves every type of a family.
+inline uint8x16_t load(const uint8_t* p) { return vld1q_u8(p); }
+inline int8x16_t load(const int8_t* p) { return vld1q_s8(p); }
+inline uint16x8_t load(const uint16_t* p) { return vld1q_u16(p); }
+inline int16x8_t load(const int16_t* p) { return vld1q_s16(p); }
+inline uint32x4_t load(const uint32_t* p) { return vld1q_u32(p); }
+inline int32x4_t load(const int32_t* p) { return vld1q_s32(p); }
+inline uint64x2_t load(const uint64_t* p) { return vld1q_u64(p); }
+inline int64x2_t load(const int64_t* p) { return vld1q_s64(p); }
+inline float32x4_t load(const float* p) { return vld1q_f32(p); }
+inline float64x2_t load(const double* p) { return vld1q_f64(p); }
+
+inline void store(uint8_t* p, uint8x16_t v) { vst1q_u8(p, v); }
+inline void store(int8_t* p, int8x16_t v) { vst1q_s8(p, v); }
+inline void store(uint16_t* p, uint16x8_t v) { vst1q_u16(p, v); }
+inline void store(int16_t* p, int16x8_t v) { vst1q_s16(p, v); }
+inline void store(uint32_t* p, uint32x4_t v) { vst1q_u32(p, v); }
+inline void store(int32_t* p, int32x4_t v) { vst1q_s32(p, v); }
+inline void store(uint64_t* p, uint64x2_t v) { vst1q_u64(p, v); }
+inline void store(int64_t* p, int64x2_t v) { vst1q_s64(p, v); }
+inline void store(float* p, float32x4_t v) { vst1q_f32(p, v); }
+inline void store(double* p, float64x2_t v) { vst1q_f64(p, v); }
+
+inline uint8x16_t dup(uint8_t x) { return vdupq_n_u8(x); }
+inline int8x16_t dup(int8_t x) { return vdupq_n_s8(x); }
+inline uint16x8_t dup(uint16_t x) { return vdupq_n_u16(x); }
+inline int16x8_t dup(int16_t x) { return vdupq_n_s16(x); }
+inline uint32x4_t dup(uint32_t x) { return vdupq_n_u32(x); }
+inline int32x4_t dup(int32_t x) { return vdupq_n_s32(x); }
+inline uint64x2_t dup(uint64_t x) { return vdupq_n_u64(x); }
+inline int64x2_t dup(int64_t x) { return vdupq_n_s64(x); }
+inline float32x4_t dup(float x) { return vdupq_n_f32(x); }
+inline float64x2_t dup(double x) { return vdupq_n_f64(x); }
+
+template <class T> using vec = decltype(load(static_cast<const T*>(nullptr)));
+template <class T> inline constexpr int lanes = 16 / sizeof(T);
+
+// binary16 travels as uint16 lanes: SIMDe 0.7.4 has almost no float16 vectors. Both directions
+// round in the thread's current mode, as FCVT does on Arm and F16C does under MXCSR.
+#if defined(__aarch64__)
+inline float32x4_t f16_to_f32(uint16x4_t h) { return vcvt_f32_f16(vreinterpret_f16_u16(h)); }
+inline uint16x4_t f32_to_f16(float32x4_t a) { return vreinterpret_u16_f16(vcvt_f16_f32(a)); }
+#else
+inline float32x4_t f16_to_f32(uint16x4_t h) {
+    return (float32x4_t)_mm_cvtph_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(&h)));
+}
+inline uint16x4_t f32_to_f16(float32x4_t a) {
+    __m128i h = _mm_cvtps_ph((__m128)a, _MM_FROUND_CUR_DIRECTION);
+    uint16x4_t r;
+    std::memcpy(&r, &h, sizeof r);
+    return r;
+}
+#endif
+
+// Raw 16-byte blocks, for families that only move bits.
+inline uint8x16_t load_bytes(const void* p) { return vld1q_u8(static_cast<const uint8_t*>(p)); }
+inline void store_bytes(void* p, uint8x16_t v) { vst1q_u8(static_cast<uint8_t*>(p), v); }
+
+// Prefetch for a streaming read, `offset` bytes from p. A prefetch never faults, so running past
+// either end of the array is harmless; the address is formed as an integer for that reason.
+inline void prefetch(const void* p, ptrdiff_t offset) {
+    __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(p) + offset), 0, 0);
+}
+
+}  // namespace zelk::simd
