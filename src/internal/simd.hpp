@@ -73,6 +73,12 @@ inline float32x4_t vcvt_high_f32_f64(float32x2_t low, float64x2_t a) {
     return vcombine_f32(low, vcvt_f32_f64(a));
 }
 
+// ---- Shims for the add and subtract families.
+
+// ---- Shims for the multiplication and division families.
+
+// ---- Shims for the conversion families.
+
 // SIMDe's versions of these differ from NEON (signed zeros and signalling NaNs in max/min,
 // saturation of the doubling multiplies, the reciprocal estimate tables). Using one is a
 // compile error here; write an exact shim above when a family needs it.
