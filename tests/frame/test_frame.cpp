@@ -65,6 +65,18 @@ TEST(Malloc, SmallArraysAreUsableAndFreed) {
     ZELKS_Free(nullptr);
 }
 
+TEST(Malloc, FailingCoreServiceGivesNullAndHoldsNothing) {
+    for (const auto& r : kMalloc) {
+        long failures = 0;
+        zt::alloc::for_each_failure([&](long) {
+            void* p = r.fn(5);
+            if (!p) ++failures;
+            ZELKS_Free(p);
+        });
+        EXPECT_EQ(failures, 1) << r.name;
+    }
+}
+
 TEST(CoreService, ForwardersAndVersion) {
     const ZelkLibVersion* v = ZELKS_GetLibVersion();
     ASSERT_NE(v, nullptr);
