@@ -1,0 +1,42 @@
+// The benchmarked jobs: for each function, our call and every peer call that does the same job,
+// run on the same buffers. Shared by the timed runner (x86-64) and the instruction-count driver
+// (AArch64 under qemu).
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace zb {
+
+// How the source buffers are filled: typical values, no NaNs or subnormals (which would measure
+// the floating unit's slow paths, not the code).
+enum class Data { f32, i16 };
+
+struct Impl {
+    std::string who;                  // "ZELK" for ours, else the peer's name
+    std::function<void(int n)> run;   // one call on n elements of the global buffers
+};
+
+struct Function {
+    std::string name;                 // e.g. "Add_32f"
+    Data data;
+    double bytes_per_elem;            // bytes read plus written per element
+    std::vector<Impl> impls;          // ours first
+};
+
+// Three arrays a, b (sources) and c (destination) with room for `max_elems` elements of up to
+// 16 bytes, 64-byte aligned.
+struct Buffers {
+    uint8_t* a;
+    uint8_t* b;
+    uint8_t* c;
+};
+const Buffers& buffers();
+void prepare(Data data, size_t max_elems);
+
+const std::vector<Function>& functions();
+
+}  // namespace zb

@@ -1,0 +1,80 @@
+#include "scalar_peers.hpp"
+
+#include <cmath>
+#include <cstring>
+
+namespace peer {
+
+void add_32f(const float* a, const float* b, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = a[i] + b[i];
+}
+static inline int16_t sat16(int32_t x) { return int16_t(x < -32768 ? -32768 : x > 32767 ? 32767 : x); }
+void add_16s_sat(const int16_t* a, const int16_t* b, int16_t* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = sat16(int32_t(a[i]) + b[i]);
+}
+// (a + b) / 2^shift rounded to nearest even, saturated: the integer way.
+void add_16s_scaled(const int16_t* a, const int16_t* b, int16_t* c, int n, int shift) {
+    const int32_t half = 1 << (shift - 1), mask = (1 << shift) - 1;
+    for (int i = 0; i < n; ++i) {
+        int32_t r = int32_t(a[i]) + b[i];
+        int32_t q = r >> shift, f = r & mask;
+        q += (f > half) | ((f == half) & (q & 1));
+        c[i] = sat16(q);
+    }
+}
+void sub_32fc(const float* a, const float* b, float* c, int n) {
+    for (int i = 0; i < 2 * n; ++i) c[i] = b[i] - a[i];
+}
+void mul_32f(const float* a, const float* b, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = a[i] * b[i];
+}
+void mul_32fc(const float* a, const float* b, float* c, int n) {
+    for (int i = 0; i < n; ++i) {
+        float ar = a[2 * i], ai = a[2 * i + 1], br = b[2 * i], bi = b[2 * i + 1];
+        c[2 * i] = ar * br - ai * bi;
+        c[2 * i + 1] = ar * bi + ai * br;
+    }
+}
+void mulc_32f(const float* a, float v, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = a[i] * v;
+}
+void divc_32f(const float* a, float v, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = a[i] / v;
+}
+void convert_32f16s(const float* a, int16_t* c, int n) {
+    for (int i = 0; i < n; ++i) {
+        float x = std::nearbyint(a[i]);
+        c[i] = int16_t(x >= 32767.0f ? 32767 : x <= -32768.0f ? -32768 : x != x ? 0 : int(x));
+    }
+}
+void convert_16s32f(const int16_t* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = float(a[i]);
+}
+void convert_32f16f(const float* a, uint16_t* c, int n) {
+#if defined(__aarch64__)
+    for (int i = 0; i < n; ++i) {
+        __fp16 h = __fp16(a[i]);
+        std::memcpy(&c[i], &h, 2);
+    }
+#else
+    for (int i = 0; i < n; ++i) {
+        _Float16 h = _Float16(a[i]);
+        std::memcpy(&c[i], &h, 2);
+    }
+#endif
+}
+void copy_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = a[i];
+}
+void move_32f(const float* a, float* c, int n) { std::memmove(c, a, sizeof(float) * size_t(n)); }
+void set_32f(float v, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = v;
+}
+void abs_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::fabs(a[i]);
+}
+void flip_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[n - 1 - i] = a[i];
+}
+
+}  // namespace peer

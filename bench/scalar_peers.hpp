@@ -1,0 +1,23 @@
+// Plain scalar loops doing each benchmarked job, compiled -O3 for the target: the floor every
+// library function must beat. The compiler may vectorise them; that is the point.
+#pragma once
+#include <cstdint>
+
+namespace peer {
+void add_32f(const float* a, const float* b, float* c, int n);
+void add_16s_sat(const int16_t* a, const int16_t* b, int16_t* c, int n);
+void add_16s_scaled(const int16_t* a, const int16_t* b, int16_t* c, int n, int shift);
+void sub_32fc(const float* a, const float* b, float* c, int n);  // n complex elements
+void mul_32f(const float* a, const float* b, float* c, int n);
+void mul_32fc(const float* a, const float* b, float* c, int n);
+void mulc_32f(const float* a, float v, float* c, int n);
+void divc_32f(const float* a, float v, float* c, int n);
+void convert_32f16s(const float* a, int16_t* c, int n);  // nearest even, saturated
+void convert_16s32f(const int16_t* a, float* c, int n);
+void convert_32f16f(const float* a, uint16_t* c, int n);
+void copy_32f(const float* a, float* c, int n);
+void move_32f(const float* a, float* c, int n);
+void set_32f(float v, float* c, int n);
+void abs_32f(const float* a, float* c, int n);
+void flip_32f(const float* a, float* c, int n);
+}  // namespace peer
