@@ -31,8 +31,8 @@ template <class T> T abs_one(T x) {
 template <class T>
 ZelkStatus abs_array(const T* src, T* dst, int len) {
     if (ZelkStatus s = check_args(len, src, dst)) return s;
-    transform<2 * lanes<T>>(src, dst, len,
-        [](const T* s, T* d) { map_vectors<2>(s, d, [](auto v) { return abs_lanes(v); }); },
+    transform<4 * lanes<T>>(src, dst, len,
+        [](const T* s, T* d) { map_vectors<4>(s, d, [](auto v) { return abs_lanes(v); }); },
         abs_one<T>);
     return ZELK_STS_NO_ERR;
 }

@@ -6,20 +6,20 @@
 
 namespace zelk {
 
-// dst[i] = one(src[i]), `Step` elements at a time through block(src + i, dst + i).
+// dst[i] = one(src[i]), `Step` elements at a time through block(src, dst) from the start, then
+// the last len % Step elements one by one. The pointers advance instead of an index, so that the
+// block's loads and stores can pair (ldp/stp) on AArch64.
 template <int Step, class S, class D, class Block, class One>
 inline void transform(const S* src, D* dst, int len, Block block, One one) {
-    int i = 0;
-    for (; i <= len - Step; i += Step) block(src + i, dst + i);
-    for (; i < len; ++i) dst[i] = one(src[i]);
+    for (int n = len / Step; n > 0; --n, src += Step, dst += Step) block(src, dst);
+    for (int i = 0; i < len % Step; ++i) dst[i] = one(src[i]);
 }
 
 // dst[i] = one(a[i], b[i]); element i of both sources is read before element i is written.
 template <int Step, class S1, class S2, class D, class Block, class One>
 inline void transform(const S1* a, const S2* b, D* dst, int len, Block block, One one) {
-    int i = 0;
-    for (; i <= len - Step; i += Step) block(a + i, b + i, dst + i);
-    for (; i < len; ++i) dst[i] = one(a[i], b[i]);
+    for (int n = len / Step; n > 0; --n, a += Step, b += Step, dst += Step) block(a, b, dst);
+    for (int i = 0; i < len % Step; ++i) dst[i] = one(a[i], b[i]);
 }
 
 // A block of U whole vectors of T through a lane-wise function; all loads precede all stores.
