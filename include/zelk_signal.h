@@ -226,6 +226,68 @@ ZelkStatus ZELKS_Flip_64fc_I(Zelk64fc *srcDst, int len);
 
 /* ---- Add and subtract ----------------------------------------------------------------- */
 
+/* Add: dst = src1 + src2. Sub: dst = src2 - src1, and srcDst - src in place. Integer sums and
+ * differences saturate; floating forms are one IEEE operation per real part. */
+ZelkStatus ZELKS_Add_16s(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *dst, int len);
+ZelkStatus ZELKS_Add_16u(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Add_32u(const Zelk32u *src1, const Zelk32u *src2, Zelk32u *dst, int len);
+ZelkStatus ZELKS_Add_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Add_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Add_32fc(const Zelk32fc *src1, const Zelk32fc *src2, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Add_64fc(const Zelk64fc *src1, const Zelk64fc *src2, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_Add_16s_I(const Zelk16s *src, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_Add_32u_I(const Zelk32u *src, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_Add_32f_I(const Zelk32f *src, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Add_64f_I(const Zelk64f *src, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_Add_32fc_I(const Zelk32fc *src, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_Add_64fc_I(const Zelk64fc *src, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_Sub_16s(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *dst, int len);
+ZelkStatus ZELKS_Sub_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Sub_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Sub_32fc(const Zelk32fc *src1, const Zelk32fc *src2, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Sub_64fc(const Zelk64fc *src1, const Zelk64fc *src2, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_Sub_16s_I(const Zelk16s *src, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_Sub_32f_I(const Zelk32f *src, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Sub_64f_I(const Zelk64f *src, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_Sub_32fc_I(const Zelk32fc *src, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_Sub_64fc_I(const Zelk64fc *src, Zelk64fc *srcDst, int len);
+
+/* Add_8u16u never saturates (at most 510); Add_16s32f and Sub_16s32f are exact; Add_16s32s_I
+ * adds 16s onto 32s with wrap-around. */
+ZelkStatus ZELKS_Add_8u16u(const Zelk8u *src1, const Zelk8u *src2, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Add_16s32f(const Zelk16s *src1, const Zelk16s *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Add_16s32s_I(const Zelk16s *src, Zelk32s *srcDst, int len);
+ZelkStatus ZELKS_Sub_16s32f(const Zelk16s *src1, const Zelk16s *src2, Zelk32f *dst, int len);
+
+/* Scaled: each element is Saturate(RoundNearestEven(r * 2^-n)) of the exact sum or difference r,
+ * n = log2(scale) truncated toward zero; a scale that is not positive and finite gives
+ * ZELK_STS_SCALE_ERR. Unsigned differences below 0 give 0; complex parts are independent. */
+ZelkStatus ZELKS_Add_8u_S(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_Add_16u_S(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_Add_16s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Add_32s_S(const Zelk32s *src1, const Zelk32s *src2, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_Add_16sc_S(const Zelk16sc *src1, const Zelk16sc *src2, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_Add_32sc_S(const Zelk32sc *src1, const Zelk32sc *src2, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_Add_64s_S(const Zelk64s *src1, const Zelk64s *src2, Zelk64s *dst, int len, double scale);
+ZelkStatus ZELKS_Add_8u_IS(const Zelk8u *src, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Add_16u_IS(const Zelk16u *src, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Add_16s_IS(const Zelk16s *src, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Add_32s_IS(const Zelk32s *src, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Add_16sc_IS(const Zelk16sc *src, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_Add_32sc_IS(const Zelk32sc *src, Zelk32sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sub_8u_S(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_Sub_16u_S(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_Sub_16s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Sub_32s_S(const Zelk32s *src1, const Zelk32s *src2, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_Sub_16sc_S(const Zelk16sc *src1, const Zelk16sc *src2, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_Sub_32sc_S(const Zelk32sc *src1, const Zelk32sc *src2, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_Sub_8u_IS(const Zelk8u *src, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sub_16u_IS(const Zelk16u *src, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sub_16s_IS(const Zelk16s *src, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sub_32s_IS(const Zelk32s *src, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sub_16sc_IS(const Zelk16sc *src, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sub_32sc_IS(const Zelk32sc *src, Zelk32sc *srcDst, int len, double scale);
+
 /* ---- Multiplication ------------------------------------------------------------------- */
 
 /* ---- Division ------------------------------------------------------------------------- */

@@ -75,6 +75,36 @@ inline float32x4_t vcvt_high_f32_f64(float32x2_t low, float64x2_t a) {
 
 // ---- Shims for the add and subtract families.
 
+// UQSHL (register): SIMDe saturates a left shift by the bit width minus one (1 << 15 gives
+// 65535 in 16-bit lanes), stops right shifts one bit short of the width, and reads the whole
+// count lane. NEON takes the count from the low byte of each lane, signed: a left shift that
+// saturates at the top, or a truncating right shift (to 0 from the width on) if negative.
+namespace zelk_shim {
+template <class U, class V, class C>
+inline V uqshl(V a, C b) {
+    constexpr int bits = 8 * sizeof(U), n = 16 / sizeof(U);
+    U x[n];
+    uint8_t count[16];
+    std::memcpy(x, &a, 16);
+    std::memcpy(count, &b, 16);
+    for (int i = 0; i < n; ++i) {
+        const int k = static_cast<int8_t>(count[i * sizeof(U)]);  // little-endian low byte
+        const U top = static_cast<U>(~U(0));
+        if (k < 0) x[i] = -k >= bits ? U(0) : U(x[i] >> -k);
+        else if (k >= bits) x[i] = x[i] ? top : U(0);
+        else x[i] = x[i] > U(top >> k) ? top : U(x[i] << k);
+    }
+    std::memcpy(&a, x, 16);
+    return a;
+}
+}  // namespace zelk_shim
+#undef vqshlq_u8
+#undef vqshlq_u16
+#undef vqshlq_u32
+inline uint8x16_t vqshlq_u8(uint8x16_t a, int8x16_t b) { return zelk_shim::uqshl<uint8_t>(a, b); }
+inline uint16x8_t vqshlq_u16(uint16x8_t a, int16x8_t b) { return zelk_shim::uqshl<uint16_t>(a, b); }
+inline uint32x4_t vqshlq_u32(uint32x4_t a, int32x4_t b) { return zelk_shim::uqshl<uint32_t>(a, b); }
+
 // ---- Shims for the multiplication and division families.
 
 // ---- Shims for the conversion families.

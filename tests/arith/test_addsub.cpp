@@ -1,0 +1,467 @@
+// Add and Sub against references written here: integer results from exact 128-bit arithmetic
+// (the scaled forms included, whatever precision the library works in), floating results from
+// one scalar IEEE operation. Every scaled member runs over a sweep of scales from 2^-70 to 2^70
+// and the extremes where 2^-n leaves single precision, at lengths that cover bulk and tail.
+#include "zt.hpp"
+
+namespace {
+
+using zt::Guarded;
+using i128 = __int128;
+
+template <class P> constexpr i128 lowest = std::numeric_limits<P>::lowest();
+template <class P> constexpr i128 highest = std::numeric_limits<P>::max();
+
+template <class P> P clamp_to(i128 v) { return P(v < lowest<P> ? lowest<P> : v > highest<P> ? highest<P> : v); }
+
+// ---- The scale rule from its definition: n = log2(scale) truncated toward zero, then
+// Saturate(RoundNearestEven(r * 2^-n)) of the exact r.
+
+int scale_n(double scale) {
+    int e = std::ilogb(scale);                             // floor(log2(scale))
+    if (scale < 1 && std::ldexp(1.0, e) != scale) e += 1;  // toward zero below 1
+    return e;
+}
+
+template <class P> P ref_scaled(i128 r, int n) {
+    if (n >= 0) {
+        if (n > 100) return 0;  // |r| <= 2^65
+        i128 q = r >> n;        // floor
+        const i128 twice_rem = 2 * (r - q * (i128(1) << n)), unit = i128(1) << n;
+        if (twice_rem > unit || (twice_rem == unit && (q & 1))) ++q;
+        return clamp_to<P>(q);
+    }
+    if (r == 0) return 0;
+    if (-n >= 63) return r > 0 ? P(highest<P>) : P(lowest<P>);  // |r * 2^63| exceeds 64-bit ranges
+    return clamp_to<P>(r * (i128(1) << -n));
+}
+
+struct AddOp { static constexpr bool sub = false; };
+struct SubOp { static constexpr bool sub = true; };
+template <class Op, class P> i128 exact(P x, P y) { return Op::sub ? i128(y) - i128(x) : i128(x) + i128(y); }
+
+// ---- Data. Beside Rng's mix (extremes, small values, raw bits): pairs whose r is a multiple of
+// 2^(n-1) (ties when n > 0) and pairs whose r * 2^-n lands next to the range ends (n < 0).
+
+template <class P> P fit_or_any(zt::Rng& rng, i128 v) {
+    return v >= lowest<P> && v <= highest<P> ? P(v) : rng.any<P>();
+}
+
+template <class P> void fill_for_scale(zt::Rng& rng, P* p, size_t count, int n) {
+    constexpr int bits = 8 * sizeof(P);
+    for (size_t i = 0; i < count; ++i) {
+        switch (rng.next() % 4) {
+        case 0: p[i] = rng.any<P>(); break;
+        case 1: p[i] = fit_or_any<P>(rng, std::is_signed_v<P> ? rng.range(-3, 3) : rng.range(0, 6)); break;
+        default:
+            if (n > 0 && n <= bits) {
+                p[i] = fit_or_any<P>(rng, i128(std::is_signed_v<P> ? rng.range(-5, 5) : rng.range(0, 10)) << (n - 1));
+            } else if (n < 0 && -n < bits) {
+                const i128 edge = (rng.next() & 1) ? highest<P> : lowest<P>;
+                p[i] = fit_or_any<P>(rng, (edge >> (1 - n)) + rng.range(-1, 1));
+            } else {
+                p[i] = rng.any<P>();
+            }
+        }
+    }
+}
+
+// The scales of the sweep: every power of two from 2^-70 to 2^70, values between powers, and
+// the extremes where the single-precision multiplier becomes 0 or inf.
+std::vector<double> sweep_scales() {
+    std::vector<double> v;
+    for (int e = -70; e <= 70; ++e) v.push_back(std::ldexp(1.0, e));
+    for (double s : {0.75, 1.5, 3.0, 1000.0, 1024.0, 0.3, 1.999, 0.2, 0x1.8p40, 0x1.fffffffffffffp-31,
+                     0x1p64, 0x1p65, 0x1.8p64, 0x1p-126, 0x1p-127, 0x1p-128, 0x1p-149, 0x1p-150,
+                     0x1.8p-150, 0x1p127, 0x1p128, 0x1p149, 0x1p150, 0x1.8p150, 0x1p1023,
+                     std::numeric_limits<double>::max(), std::numeric_limits<double>::min(),
+                     std::numeric_limits<double>::denorm_min()})
+        v.push_back(s);
+    return v;
+}
+
+template <class T> using part_t = zt::scalar_t<T>;
+template <class T> using ScaledFn = ZelkStatus (*)(const T*, const T*, T*, int, double);
+template <class T> using ScaledInPlaceFn = ZelkStatus (*)(const T*, T*, int, double);
+
+// Runs f (and f_is on srcDst = src2) at every length and scale and compares with the rule.
+template <class Op, class T>
+void check_scaled(const char* name, ScaledFn<T> f, ScaledInPlaceFn<T> f_is,
+                  const std::vector<int>& lens, const std::vector<double>& scales) {
+    using P = part_t<T>;
+    constexpr size_t parts = zt::parts<T>::count;
+    SCOPED_TRACE(name);
+    zt::Rng rng(name);
+    for (int len : lens) {
+        const size_t elems = static_cast<size_t>(len), count = elems * parts;
+        Guarded<T> a(elems), b(elems), d(elems), in_place(elems);
+        std::vector<P> want(count);
+        for (double scale : scales) {
+            const int n = scale_n(scale);
+            P *x = zt::scalars(a.data()), *y = zt::scalars(b.data());
+            fill_for_scale(rng, x, count, n);
+            fill_for_scale(rng, y, count, n);
+            for (size_t i = 0; i < count; ++i) want[i] = ref_scaled<P>(exact<Op>(x[i], y[i]), n);
+            ASSERT_EQ(f(a.data(), b.data(), d.data(), len, scale), ZELK_STS_NO_ERR);
+            ASSERT_TRUE(zt::arrays_equal(zt::scalars(d.data()), want.data(), count))
+                << "len " << len << ", scale " << scale << " (n = " << n << ")";
+            if (!f_is) continue;
+            std::memcpy(in_place.data(), b.data(), sizeof(T) * size_t(len));
+            ASSERT_EQ(f_is(a.data(), in_place.data(), len, scale), ZELK_STS_NO_ERR);
+            ASSERT_TRUE(zt::arrays_equal(zt::scalars(in_place.data()), want.data(), count))
+                << "in place, len " << len << ", scale " << scale << " (n = " << n << ")";
+        }
+    }
+}
+
+template <class Op, class T>
+void scaled_row(const char* name, ScaledFn<T> f, ScaledInPlaceFn<T> f_is) {
+    std::vector<int> lens;  // bulk and tail of every block size, without the longest length
+    for (int len : zt::lengths())
+        if (len < 1000) lens.push_back(len);
+    check_scaled<Op>(name, f, f_is, lens, sweep_scales());
+    check_scaled<Op>(name, f, f_is, zt::lengths(), {0.25, 1.0, 8.0});
+}
+
+#define SCALED_ROW(op, f, f_is) scaled_row<op>(#f, f, f_is)
+
+TEST(AddSubScaled, ExactRuleOverScaleSweep) {
+    SCALED_ROW(AddOp, ZELKS_Add_8u_S, ZELKS_Add_8u_IS);
+    SCALED_ROW(AddOp, ZELKS_Add_16u_S, ZELKS_Add_16u_IS);
+    SCALED_ROW(AddOp, ZELKS_Add_16s_S, ZELKS_Add_16s_IS);
+    SCALED_ROW(AddOp, ZELKS_Add_32s_S, ZELKS_Add_32s_IS);
+    SCALED_ROW(AddOp, ZELKS_Add_16sc_S, ZELKS_Add_16sc_IS);
+    SCALED_ROW(AddOp, ZELKS_Add_32sc_S, ZELKS_Add_32sc_IS);
+    scaled_row<AddOp, Zelk64s>("ZELKS_Add_64s_S", ZELKS_Add_64s_S, nullptr);
+    SCALED_ROW(SubOp, ZELKS_Sub_8u_S, ZELKS_Sub_8u_IS);
+    SCALED_ROW(SubOp, ZELKS_Sub_16u_S, ZELKS_Sub_16u_IS);
+    SCALED_ROW(SubOp, ZELKS_Sub_16s_S, ZELKS_Sub_16s_IS);
+    SCALED_ROW(SubOp, ZELKS_Sub_32s_S, ZELKS_Sub_32s_IS);
+    SCALED_ROW(SubOp, ZELKS_Sub_16sc_S, ZELKS_Sub_16sc_IS);
+    SCALED_ROW(SubOp, ZELKS_Sub_32sc_S, ZELKS_Sub_32sc_IS);
+}
+
+// Every pair of 8-bit operands, in bulk and tail positions, at the scales around the range.
+TEST(AddSubScaled, Exhaustive8u) {
+    Guarded<Zelk8u> a(65536), b(65536), d(65536);
+    for (int i = 0; i < 65536; ++i) {
+        a[size_t(i)] = Zelk8u(i);
+        b[size_t(i)] = Zelk8u(i >> 8);
+    }
+    for (auto [name, f, sub] : {std::tuple{"ZELKS_Add_8u_S", &ZELKS_Add_8u_S, false},
+                                std::tuple{"ZELKS_Sub_8u_S", &ZELKS_Sub_8u_S, true}}) {
+        std::vector<Zelk8u> want(65536);
+        for (int n = -9; n <= 11; ++n) {
+            ASSERT_EQ(f(a.data(), b.data(), d.data(), 65536, std::ldexp(1.0, n)), 0);
+            for (size_t i = 0; i < 65536; ++i)
+                want[i] = ref_scaled<Zelk8u>(sub ? i128(b[i]) - a[i] : i128(a[i]) + b[i], n);
+            ASSERT_TRUE(zt::arrays_equal(d.data(), want.data(), 65536)) << name << ", n = " << n;
+        }
+    }
+}
+
+// ---- Named values, each filling a whole array so that it passes through bulk and tail.
+
+template <class T, class F>
+std::vector<T> run_filled(F f, T x, T y, double scale, int len = 37) {
+    const size_t elems = static_cast<size_t>(len);
+    Guarded<T> a(elems), b(elems), d(elems);
+    for (int i = 0; i < len; ++i) a[size_t(i)] = x, b[size_t(i)] = y;
+    EXPECT_EQ(f(a.data(), b.data(), d.data(), len, scale), ZELK_STS_NO_ERR);
+    return d.vec();
+}
+
+template <class T> std::vector<T> all(T v, int len = 37) { return std::vector<T>(size_t(len), v); }
+
+TEST(AddSubScaled, NamedValues) {
+    EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Add_16s_S, 1, 2, 2.0), all<Zelk16s>(2));  // 1.5 -> 2
+    EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Add_16s_S, 2, 3, 2.0), all<Zelk16s>(2));  // 2.5 -> 2
+    EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Add_16s_S, -2, -3, 2.0), all<Zelk16s>(-2));
+    for (double s : {2.0, 1.0, 0.5})
+        EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Add_16s_S, 32767, 32767, s), all<Zelk16s>(32767)) << s;
+    EXPECT_EQ(run_filled<Zelk8u>(ZELKS_Add_8u_S, 255, 255, 1000.0), all<Zelk8u>(1));  // 510/512
+    EXPECT_EQ(run_filled<Zelk8u>(ZELKS_Add_8u_S, 255, 255, 1024.0), all<Zelk8u>(0));
+    for (double s : sweep_scales())
+        EXPECT_EQ(run_filled<Zelk8u>(ZELKS_Sub_8u_S, 200, 100, s), all<Zelk8u>(0)) << s;
+    // Scales between powers of two act as the power toward 1: 0.75 and 1.5 as 1, 3 as 2, 0.3 as 0.5.
+    EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Add_16s_S, 3, 0, 3.0), all<Zelk16s>(2));      // 1.5 -> 2
+    EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Add_16s_S, 3, 0, 0.3), all<Zelk16s>(6));
+    EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Add_16s_S, 3, 0, 1.5), all<Zelk16s>(3));
+    // Sub is the second operand minus the first.
+    EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Sub_16s_S, 1, 5, 1.0), all<Zelk16s>(4));
+    EXPECT_EQ(run_filled<Zelk32s>(ZELKS_Sub_32s_S, INT32_MIN, INT32_MAX, 0x1p32), all<Zelk32s>(1));  // (2^32-1)/2^32
+
+    const Zelk64s lo = INT64_MIN, hi = INT64_MAX;
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, lo, lo, 2.0), all<Zelk64s>(lo));
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, lo, lo, 0x1p64), all<Zelk64s>(-1));
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, lo, lo, 0x1p65), all<Zelk64s>(0));
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, hi, hi, 2.0), all<Zelk64s>(hi));  // 2^64 - 2 halves
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, hi, 1, 0x1p64), all<Zelk64s>(0));  // 2^63 / 2^64: tie
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, hi, 2, 0x1p64), all<Zelk64s>(1));
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, lo, -1, 0x1p64), all<Zelk64s>(-1));
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, hi, hi, 1.0), all<Zelk64s>(hi));
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, -1, 0, 0x1p-63), all<Zelk64s>(lo));
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, 1, 0, 0x1p-62), all<Zelk64s>(Zelk64s(1) << 62));
+}
+
+// r = 0 stays 0 at every positive finite scale; any other r saturates once 2^-n overflows.
+TEST(AddSubScaled, ZeroStaysZeroAndTinyScalesSaturate) {
+    const double tiny = std::numeric_limits<double>::denorm_min();
+    for (double s : sweep_scales()) {
+        EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Add_16s_S, 5, -5, s), all<Zelk16s>(0)) << s;
+        EXPECT_EQ(run_filled<Zelk8u>(ZELKS_Sub_8u_S, 9, 9, s), all<Zelk8u>(0)) << s;
+        EXPECT_EQ(run_filled<Zelk32s>(ZELKS_Add_32s_S, 7, -7, s), all<Zelk32s>(0)) << s;
+        EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, INT64_MAX, -INT64_MAX, s), all<Zelk64s>(0)) << s;
+    }
+    EXPECT_EQ(run_filled<Zelk16s>(ZELKS_Sub_16s_S, 1, 0, tiny), all<Zelk16s>(-32768));
+    EXPECT_EQ(run_filled<Zelk16u>(ZELKS_Add_16u_S, 1, 0, 0x1p-128), all<Zelk16u>(65535));
+    EXPECT_EQ(run_filled<Zelk8u>(ZELKS_Add_8u_S, 0, 1, 0x1p-7), all<Zelk8u>(128));
+    EXPECT_EQ(run_filled<Zelk16u>(ZELKS_Add_16u_S, 1, 0, 0x1p-15), all<Zelk16u>(32768));
+    EXPECT_EQ(run_filled<Zelk32s>(ZELKS_Sub_32s_S, 1, 0, tiny), all<Zelk32s>(INT32_MIN));
+    EXPECT_EQ(run_filled<Zelk64s>(ZELKS_Add_64s_S, 1, 0, tiny), all<Zelk64s>(INT64_MAX));
+}
+
+// ---- Plain, in-place and mixed forms.
+
+template <class Op, class P> P ref_plain(P x, P y) {
+    if constexpr (std::is_floating_point_v<P>) return Op::sub ? y - x : x + y;
+    else return clamp_to<P>(exact<Op>(x, y));
+}
+
+// Bits must match, except that where both operands are NaN only NaN-ness is fixed.
+template <class P>
+::testing::AssertionResult match(const P* got, const P* want, const P* x, const P* y, size_t n) {
+    std::vector<P> g(got, got + n), w(want, want + n);
+    if constexpr (std::is_floating_point_v<P>)
+        for (size_t i = 0; i < n; ++i)
+            if (std::isnan(x[i]) && std::isnan(y[i]) && std::isnan(g[i])) g[i] = w[i];
+    return zt::arrays_equal(g.data(), w.data(), n);
+}
+
+template <class Op, class T>
+void check_plain(const char* name, ZelkStatus (*f)(const T*, const T*, T*, int),
+                 ZelkStatus (*f_i)(const T*, T*, int)) {
+    using P = part_t<T>;
+    SCOPED_TRACE(name);
+    zt::Rng rng(name);
+    for (int len : zt::lengths()) {
+        const size_t elems = static_cast<size_t>(len), count = elems * zt::parts<T>::count;
+        Guarded<T> a(elems), b(elems), d(elems);
+        zt::fill_any(rng, a.data(), a.size());
+        zt::fill_any(rng, b.data(), b.size());
+        const P *x = zt::scalars(a.data()), *y = zt::scalars(b.data());
+        std::vector<P> want(count);
+        for (size_t i = 0; i < count; ++i) want[i] = ref_plain<Op>(x[i], y[i]);
+        ASSERT_EQ(f(a.data(), b.data(), d.data(), len), ZELK_STS_NO_ERR);
+        EXPECT_TRUE(match(zt::scalars(d.data()), want.data(), x, y, count)) << "len " << len;
+        if (!f_i) continue;
+        Guarded<T> in_place(b);
+        ASSERT_EQ(f_i(a.data(), in_place.data(), len), ZELK_STS_NO_ERR);
+        EXPECT_TRUE(match(zt::scalars(in_place.data()), want.data(), x, y, count)) << "in place, len " << len;
+    }
+}
+
+TEST(AddSub, PlainAndInPlaceMatchReference) {
+    check_plain<AddOp, Zelk16s>("ZELKS_Add_16s", ZELKS_Add_16s, ZELKS_Add_16s_I);
+    check_plain<AddOp, Zelk16u>("ZELKS_Add_16u", ZELKS_Add_16u, nullptr);
+    check_plain<AddOp, Zelk32u>("ZELKS_Add_32u", ZELKS_Add_32u, ZELKS_Add_32u_I);
+    check_plain<AddOp, Zelk32f>("ZELKS_Add_32f", ZELKS_Add_32f, ZELKS_Add_32f_I);
+    check_plain<AddOp, Zelk64f>("ZELKS_Add_64f", ZELKS_Add_64f, ZELKS_Add_64f_I);
+    check_plain<AddOp, Zelk32fc>("ZELKS_Add_32fc", ZELKS_Add_32fc, ZELKS_Add_32fc_I);
+    check_plain<AddOp, Zelk64fc>("ZELKS_Add_64fc", ZELKS_Add_64fc, ZELKS_Add_64fc_I);
+    check_plain<SubOp, Zelk16s>("ZELKS_Sub_16s", ZELKS_Sub_16s, ZELKS_Sub_16s_I);
+    check_plain<SubOp, Zelk32f>("ZELKS_Sub_32f", ZELKS_Sub_32f, ZELKS_Sub_32f_I);
+    check_plain<SubOp, Zelk64f>("ZELKS_Sub_64f", ZELKS_Sub_64f, ZELKS_Sub_64f_I);
+    check_plain<SubOp, Zelk32fc>("ZELKS_Sub_32fc", ZELKS_Sub_32fc, ZELKS_Sub_32fc_I);
+    check_plain<SubOp, Zelk64fc>("ZELKS_Sub_64fc", ZELKS_Sub_64fc, ZELKS_Sub_64fc_I);
+}
+
+TEST(AddSub, NamedValues) {
+    Guarded<Zelk16s> one{1}, five{5}, d16(1);
+    ASSERT_EQ(ZELKS_Sub_16s(one.data(), five.data(), d16.data(), 1), 0);
+    EXPECT_EQ(d16[0], 4);
+    Guarded<Zelk16s> m{-32768}, neg1{-1};
+    ASSERT_EQ(ZELKS_Add_16s(m.data(), neg1.data(), d16.data(), 1), 0);
+    EXPECT_EQ(d16[0], -32768);
+    Guarded<Zelk32u> big{4294967295u, 7}, d32{1, 4294967290u};
+    ASSERT_EQ(ZELKS_Add_32u_I(big.data(), d32.data(), 2), 0);
+    EXPECT_EQ(d32.vec(), (std::vector<Zelk32u>{4294967295u, 4294967295u}));
+    // IEEE: inf - inf is NaN, -0 + -0 is -0, 0 - 0 is +0; Sub subtracts src1 from src2.
+    const float inf = INFINITY;
+    Guarded<Zelk32fc> p{{inf, -0.0f}, {1.0f, 0.0f}}, q{{inf, -0.0f}, {3.0f, 0.0f}}, r(2);
+    ASSERT_EQ(ZELKS_Sub_32fc(p.data(), q.data(), r.data(), 2), 0);
+    EXPECT_TRUE(std::isnan(r[0].re));
+    EXPECT_EQ(std::bit_cast<uint32_t>(r[0].im), 0u);
+    EXPECT_EQ(r[1].re, 2.0f);
+    ASSERT_EQ(ZELKS_Add_32fc(p.data(), q.data(), r.data(), 2), 0);
+    EXPECT_EQ(std::bit_cast<uint32_t>(r[0].im), 0x80000000u);
+    // A scale of 0.75 runs as n = 0: exactly the plain saturating sum.
+    zt::Rng rng("Add_16u_S at 0.75");
+    Guarded<Zelk16u> a(4099), b(4099), plain(4099), scaled(4099);
+    zt::fill_any(rng, a.data(), 4099);
+    zt::fill_any(rng, b.data(), 4099);
+    ASSERT_EQ(ZELKS_Add_16u(a.data(), b.data(), plain.data(), 4099), 0);
+    ASSERT_EQ(ZELKS_Add_16u_S(a.data(), b.data(), scaled.data(), 4099, 0.75), 0);
+    EXPECT_TRUE(zt::arrays_equal(scaled.data(), plain.data(), 4099));
+}
+
+TEST(AddSub, Add8u16uExhaustive) {
+    Guarded<Zelk8u> a(65536), b(65536);
+    Guarded<Zelk16u> d(65536);
+    for (int i = 0; i < 65536; ++i) a[size_t(i)] = Zelk8u(i), b[size_t(i)] = Zelk8u(i >> 8);
+    ASSERT_EQ(ZELKS_Add_8u16u(a.data(), b.data(), d.data(), 65536), 0);
+    for (int i = 0; i < 65536; ++i) ASSERT_EQ(d[size_t(i)], (i & 255) + (i >> 8)) << i;
+}
+
+// 16s +- 16s -> 32f is exact; 16s added onto 32s wraps.
+TEST(AddSub, MixedForms) {
+    zt::Rng rng("mixed");
+    for (int len : zt::lengths()) {
+        const size_t elems = static_cast<size_t>(len);
+        Guarded<Zelk16s> a(elems), b(elems);
+        Guarded<Zelk32f> sum(elems), diff(elems);
+        Guarded<Zelk32s> acc(elems);
+        zt::fill_any(rng, a.data(), a.size());
+        zt::fill_any(rng, b.data(), b.size());
+        zt::fill_any(rng, acc.data(), acc.size());
+        std::vector<Zelk32s> before = acc.vec();
+        ASSERT_EQ(ZELKS_Add_16s32f(a.data(), b.data(), sum.data(), len), 0);
+        ASSERT_EQ(ZELKS_Sub_16s32f(a.data(), b.data(), diff.data(), len), 0);
+        ASSERT_EQ(ZELKS_Add_16s32s_I(a.data(), acc.data(), len), 0);
+        for (size_t i = 0; i < elems; ++i) {
+            ASSERT_EQ(sum[i], float(a[i] + b[i])) << "len " << len << " at " << i;
+            ASSERT_EQ(diff[i], float(b[i] - a[i])) << "len " << len << " at " << i;
+            ASSERT_EQ(acc[i], Zelk32s(uint32_t(before[i]) + uint32_t(a[i]))) << "len " << len << " at " << i;
+        }
+    }
+    Guarded<Zelk16s> one{1, -1, -32768};
+    Guarded<Zelk32s> top{INT32_MAX, INT32_MIN, 5};
+    ASSERT_EQ(ZELKS_Add_16s32s_I(one.data(), top.data(), 3), 0);
+    EXPECT_EQ(top.vec(), (std::vector<Zelk32s>{INT32_MIN, INT32_MAX, -32763}));
+}
+
+// ---- Check order of every member.
+
+TEST(AddSub, CheckOrderAndNothingWrittenOnFailure) {
+    const zt::CheckCase kCases[] = {
+        ZT_CASE(ZELKS_Add_16s), ZT_CASE(ZELKS_Add_16u), ZT_CASE(ZELKS_Add_32u), ZT_CASE(ZELKS_Add_32f),
+        ZT_CASE(ZELKS_Add_64f), ZT_CASE(ZELKS_Add_32fc), ZT_CASE(ZELKS_Add_64fc),
+        ZT_CASE(ZELKS_Add_16s_I), ZT_CASE(ZELKS_Add_32u_I), ZT_CASE(ZELKS_Add_32f_I), ZT_CASE(ZELKS_Add_64f_I),
+        ZT_CASE(ZELKS_Add_32fc_I), ZT_CASE(ZELKS_Add_64fc_I),
+        ZT_CASE(ZELKS_Add_8u16u), ZT_CASE(ZELKS_Add_16s32f), ZT_CASE(ZELKS_Add_16s32s_I),
+        ZT_CASE(ZELKS_Add_8u_S), ZT_CASE(ZELKS_Add_16u_S), ZT_CASE(ZELKS_Add_16s_S), ZT_CASE(ZELKS_Add_32s_S),
+        ZT_CASE(ZELKS_Add_64s_S), ZT_CASE(ZELKS_Add_16sc_S), ZT_CASE(ZELKS_Add_32sc_S),
+        ZT_CASE(ZELKS_Add_8u_IS), ZT_CASE(ZELKS_Add_16u_IS), ZT_CASE(ZELKS_Add_16s_IS), ZT_CASE(ZELKS_Add_32s_IS),
+        ZT_CASE(ZELKS_Add_16sc_IS), ZT_CASE(ZELKS_Add_32sc_IS),
+        ZT_CASE(ZELKS_Sub_16s), ZT_CASE(ZELKS_Sub_32f), ZT_CASE(ZELKS_Sub_64f), ZT_CASE(ZELKS_Sub_32fc),
+        ZT_CASE(ZELKS_Sub_64fc),
+        ZT_CASE(ZELKS_Sub_16s_I), ZT_CASE(ZELKS_Sub_32f_I), ZT_CASE(ZELKS_Sub_64f_I), ZT_CASE(ZELKS_Sub_32fc_I),
+        ZT_CASE(ZELKS_Sub_64fc_I), ZT_CASE(ZELKS_Sub_16s32f),
+        ZT_CASE(ZELKS_Sub_8u_S), ZT_CASE(ZELKS_Sub_16u_S), ZT_CASE(ZELKS_Sub_16s_S), ZT_CASE(ZELKS_Sub_32s_S),
+        ZT_CASE(ZELKS_Sub_16sc_S), ZT_CASE(ZELKS_Sub_32sc_S),
+        ZT_CASE(ZELKS_Sub_8u_IS), ZT_CASE(ZELKS_Sub_16u_IS), ZT_CASE(ZELKS_Sub_16s_IS), ZT_CASE(ZELKS_Sub_32s_IS),
+        ZT_CASE(ZELKS_Sub_16sc_IS), ZT_CASE(ZELKS_Sub_32sc_IS),
+    };
+    static_assert(std::size(kCases) == 52);
+    for (const auto& c : kCases) zt::expect_check_order(c);
+    // Every bad scale, and a bad scale after a bad length gives the length's status.
+    Guarded<Zelk16s> a(4), b(4), d(4);
+    for (double s : {0.0, -0.0, -1.0, -double(INFINITY), double(INFINITY), double(NAN), -0x1p-1074})
+        EXPECT_EQ(ZELKS_Add_16s_S(a.data(), b.data(), d.data(), 4, s), ZELK_STS_SCALE_ERR) << s;
+    EXPECT_EQ(ZELKS_Sub_8u_IS(nullptr, nullptr, 0, NAN), ZELK_STS_NULL_PTR_ERR);
+    EXPECT_EQ(ZELKS_Add_16s_S(a.data(), b.data(), d.data(), 0, NAN), ZELK_STS_SIZE_ERR);
+}
+
+// ---- Golden output: the same bits on every build. NaNs are canonical in the hash, since two
+// NaN operands leave the payload to the processor.
+
+const std::vector<zt::GoldenRow> kGolden = {
+    {"ZELKS_Add_16s", 0xff0ce9b164d7120cull},
+    {"ZELKS_Add_16u", 0x4771930191785cd7ull},
+    {"ZELKS_Add_32u", 0x5b0ff5fc28a8c756ull},
+    {"ZELKS_Add_32f", 0x5fa74cef35a64328ull},
+    {"ZELKS_Add_64f", 0x629010e3194ab5b1ull},
+    {"ZELKS_Add_32fc", 0xa575bdc3eff4b462ull},
+    {"ZELKS_Add_64fc", 0x1f09a91483745d95ull},
+    {"ZELKS_Sub_16s", 0x0f0e224f156fc688ull},
+    {"ZELKS_Sub_32f", 0xf025064d83d3dd47ull},
+    {"ZELKS_Sub_64f", 0x41d91562cf985f01ull},
+    {"ZELKS_Sub_32fc", 0x1d47f336ff9261b3ull},
+    {"ZELKS_Sub_64fc", 0xa6d6cc40d761f896ull},
+    {"ZELKS_Add_8u_S", 0x6a72e205ee8aa83dull},
+    {"ZELKS_Add_16u_S", 0x9bc3d6a3fa4caf55ull},
+    {"ZELKS_Add_16s_S", 0x733a6e7f70a8f108ull},
+    {"ZELKS_Add_32s_S", 0xf6b516dcfb2e6e1cull},
+    {"ZELKS_Add_64s_S", 0x58b5c253e9652a49ull},
+    {"ZELKS_Add_16sc_S", 0x146cdef7e55b087eull},
+    {"ZELKS_Add_32sc_S", 0x7b4f234d5a1a13e6ull},
+    {"ZELKS_Sub_8u_S", 0xa6fb3a88a573b8b5ull},
+    {"ZELKS_Sub_16u_S", 0x05ca43ca2aab3d81ull},
+    {"ZELKS_Sub_16s_S", 0xe9e91983ac80e022ull},
+    {"ZELKS_Sub_32s_S", 0xd4b7377dbc37d12eull},
+    {"ZELKS_Sub_16sc_S", 0xf4ebd1bf34694a52ull},
+    {"ZELKS_Sub_32sc_S", 0x8073fcbff2a87a03ull},
+};
+
+template <class T, class Call>
+void golden_row(const char* name, Call call) {
+    using P = part_t<T>;
+    zt::Rng rng(name);
+    constexpr int len = 1000;
+    Guarded<T> a(len), b(len), d(len);
+    uint64_t h = 0xcbf29ce484222325ull;
+    for (int pass = 0; pass < 3; ++pass) {
+        zt::fill_any(rng, a.data(), len);
+        zt::fill_any(rng, b.data(), len);
+        call(a.data(), b.data(), d.data(), len, pass);
+        P* out = zt::scalars(d.data());
+        for (size_t i = 0; i < len * zt::parts<T>::count; ++i) {
+            P v = out[i];
+            if constexpr (std::is_floating_point_v<P>)
+                if (std::isnan(v)) v = std::numeric_limits<P>::quiet_NaN();
+            h = zt::hash_bytes(&v, sizeof v, h);
+        }
+    }
+    zt::expect_golden(name, h, kGolden);
+}
+
+template <class T> void golden_plain(const char* name, ZelkStatus (*f)(const T*, const T*, T*, int)) {
+    golden_row<T>(name, [f](const T* a, const T* b, T* d, int len, int) { f(a, b, d, len); });
+}
+template <class T> void golden_scaled(const char* name, ScaledFn<T> f) {
+    // n = -3, 0 and 5 in turn.
+    golden_row<T>(name, [f](const T* a, const T* b, T* d, int len, int pass) {
+        const double scales[] = {0.125, 1.5, 40.0};
+        f(a, b, d, len, scales[size_t(pass)]);
+    });
+}
+
+TEST(AddSub, GoldenOutput) {
+    golden_plain("ZELKS_Add_16s", ZELKS_Add_16s);
+    golden_plain("ZELKS_Add_16u", ZELKS_Add_16u);
+    golden_plain("ZELKS_Add_32u", ZELKS_Add_32u);
+    golden_plain("ZELKS_Add_32f", ZELKS_Add_32f);
+    golden_plain("ZELKS_Add_64f", ZELKS_Add_64f);
+    golden_plain("ZELKS_Add_32fc", ZELKS_Add_32fc);
+    golden_plain("ZELKS_Add_64fc", ZELKS_Add_64fc);
+    golden_plain("ZELKS_Sub_16s", ZELKS_Sub_16s);
+    golden_plain("ZELKS_Sub_32f", ZELKS_Sub_32f);
+    golden_plain("ZELKS_Sub_64f", ZELKS_Sub_64f);
+    golden_plain("ZELKS_Sub_32fc", ZELKS_Sub_32fc);
+    golden_plain("ZELKS_Sub_64fc", ZELKS_Sub_64fc);
+    golden_scaled("ZELKS_Add_8u_S", ZELKS_Add_8u_S);
+    golden_scaled("ZELKS_Add_16u_S", ZELKS_Add_16u_S);
+    golden_scaled("ZELKS_Add_16s_S", ZELKS_Add_16s_S);
+    golden_scaled("ZELKS_Add_32s_S", ZELKS_Add_32s_S);
+    golden_scaled("ZELKS_Add_64s_S", ZELKS_Add_64s_S);
+    golden_scaled("ZELKS_Add_16sc_S", ZELKS_Add_16sc_S);
+    golden_scaled("ZELKS_Add_32sc_S", ZELKS_Add_32sc_S);
+    golden_scaled("ZELKS_Sub_8u_S", ZELKS_Sub_8u_S);
+    golden_scaled("ZELKS_Sub_16u_S", ZELKS_Sub_16u_S);
+    golden_scaled("ZELKS_Sub_16s_S", ZELKS_Sub_16s_S);
+    golden_scaled("ZELKS_Sub_32s_S", ZELKS_Sub_32s_S);
+    golden_scaled("ZELKS_Sub_16sc_S", ZELKS_Sub_16sc_S);
+    golden_scaled("ZELKS_Sub_32sc_S", ZELKS_Sub_32sc_S);
+}
+
+}  // namespace
