@@ -31,6 +31,28 @@ unsigned u(int n) { return unsigned(n); }
 std::vector<Function> make_functions() {
     const float k = 0.75f;
     std::vector<Function> f = {
+        {"Add_32f", Data::f32, 12, {
+            {"ZELK", [](int n) { ZELKS_Add_32f(fa(), fb(), fc(), n); }},
+            {"VOLK", [](int n) { volk_32f_x2_add_32f(fc(), fa(), fb(), u(n)); }},
+            {"liquid", [](int n) { liquid_vectorf_add(fa(), fb(), u(n), fc()); }},
+            {"scalar", [](int n) { peer::add_32f(fa(), fb(), fc(), n); }},
+        }},
+        {"Add_16s", Data::i16, 6, {
+            {"ZELK", [](int n) { ZELKS_Add_16s(sa(), sb(), sc(), n); }},
+            {"scalar", [](int n) { peer::add_16s_sat(sa(), sb(), sc(), n); }},
+        }},
+        // scale 4: (a + b) / 4, rounded to nearest even, saturated.
+        {"Add_16s_S", Data::i16, 6, {
+            {"ZELK", [](int n) { ZELKS_Add_16s_S(sa(), sb(), sc(), n, 4.0); }},
+            {"scalar", [](int n) { peer::add_16s_scaled(sa(), sb(), sc(), n, 2); }},
+        }},
+        // Complex subtraction is real subtraction on 2n parts; VOLK's operand order is a - b.
+        {"Sub_32fc", Data::f32, 24, {
+            {"ZELK", [](int n) { ZELKS_Sub_32fc(reinterpret_cast<Zelk32fc*>(fa()), reinterpret_cast<Zelk32fc*>(fb()),
+                                                reinterpret_cast<Zelk32fc*>(fc()), n); }},
+            {"VOLK", [](int n) { volk_32f_x2_subtract_32f(fc(), fb(), fa(), 2 * u(n)); }},
+            {"scalar", [](int n) { peer::sub_32fc(fa(), fb(), fc(), n); }},
+        }},
         {"Copy_32f", Data::f32, 8, {
             {"ZELK", [](int n) { ZELKS_Copy_32f(fa(), fc(), n); }},
             {"memcpy", [](int n) { std::memcpy(fc(), fa(), 4 * size_t(n)); }},
@@ -55,7 +77,7 @@ std::vector<Function> make_functions() {
             {"scalar", [](int n) { peer::flip_32f(fa(), fc(), n); }},
         }},
     };
-    (void)la; (void)lb; (void)lc; (void)va; (void)vb; (void)vc; (void)sa; (void)sb; (void)sc; (void)fb;
+    (void)la; (void)lb; (void)lc; (void)va; (void)vb; (void)vc;
     return f;
 }
 

@@ -124,15 +124,16 @@ struct Sub {
 
 // ---- Loops.
 
-// dst[i] = one(a[i], b[i]) on the parts, two vectors of parts per block through lane(x, y).
+// dst[i] = one(a[i], b[i]) on the parts, four vectors of parts per block through lane(x, y)
+// (four, so that the loads pair on AArch64).
 template <class T, class Lane, class One>
 inline void binary_loop(const T* a, const T* b, T* d, int len, Lane lane, One one) {
     using P = part_t<T>;
-    auto block = [lane](const P* x, const P* y, P* z) { map_vectors<2>(x, y, z, lane); };
+    auto block = [lane](const P* x, const P* y, P* z) { map_vectors<4>(x, y, z, lane); };
     if constexpr (std::is_same_v<P, T>) {
-        transform<2 * lanes<P>>(a, b, d, len, block, one);
+        transform<4 * lanes<P>>(a, b, d, len, block, one);
     } else {
-        transform<lanes<P>>(a, b, d, len,
+        transform<2 * lanes<P>>(a, b, d, len,
             [block](const T* x, const T* y, T* z) {
                 block(reinterpret_cast<const P*>(x), reinterpret_cast<const P*>(y), reinterpret_cast<P*>(z));
             },

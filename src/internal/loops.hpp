@@ -23,11 +23,14 @@ inline void transform(const S1* a, const S2* b, D* dst, int len, Block block, On
 }
 
 // A block of U whole vectors of T through a lane-wise function; all loads precede all stores.
+// The loops are unrolled by force: left rolled, GCC keeps the array on the stack.
 template <int U, class T, class F>
 inline void map_vectors(const T* s, T* d, F f) {
     constexpr int L = simd::lanes<T>;
     simd::vec<T> v[U];
+#pragma GCC unroll 16
     for (int u = 0; u < U; ++u) v[u] = simd::load(s + u * L);
+#pragma GCC unroll 16
     for (int u = 0; u < U; ++u) simd::store(d + u * L, f(v[u]));
 }
 
@@ -35,7 +38,9 @@ template <int U, class T, class F>
 inline void map_vectors(const T* a, const T* b, T* d, F f) {
     constexpr int L = simd::lanes<T>;
     simd::vec<T> v[U];
+#pragma GCC unroll 16
     for (int u = 0; u < U; ++u) v[u] = f(simd::load(a + u * L), simd::load(b + u * L));
+#pragma GCC unroll 16
     for (int u = 0; u < U; ++u) simd::store(d + u * L, v[u]);
 }
 
