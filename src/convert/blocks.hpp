@@ -19,9 +19,9 @@ struct u24 { uint8_t b[3]; };
 struct s24 { uint8_t b[3]; };
 static_assert(sizeof(f16) == 2 && sizeof(u24) == 3 && alignof(u24) == 1 && sizeof(s24) == 3);
 
-// The fixed lane loops below must unroll so that the 16 elements stay in registers.
+// The fixed lane loops below must unroll, and every piece of a block must inline into its
+// loop; otherwise the 16 elements travel through memory between the steps.
 #define ZELK_UNROLL _Pragma("GCC unroll 8")
-// and every piece of a block must inline into its loop, or the lanes travel through memory.
 #define ZELK_INLINE [[gnu::always_inline]] inline
 
 inline constexpr int kBlock = 16;  // elements per bulk step in every conversion loop
@@ -439,8 +439,8 @@ inline constexpr Modes kUnsignedModes{2, ZELK_STS_ROUND_MODE_ERR};
 inline constexpr Modes kHalfModes{1, ZELK_STS_ROUND_MODE_ERR};
 
 // Pointers, then len, then rndMode, then scale.
-ZELK_INLINE ZelkStatus check_mode_scale(int len, const void* src, const void* dst, int mode, Modes modes,
-                                   double scale, int& n) {
+ZELK_INLINE ZelkStatus check_mode_scale(int len, const void* src, const void* dst, int mode,
+                                        Modes modes, double scale, int& n) {
     if (ZelkStatus s = check_args(len, src, dst)) return s;
     if (unsigned(mode) > modes.last) return modes.bad;
     return check_scale(scale, n);

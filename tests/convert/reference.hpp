@@ -80,6 +80,13 @@ inline double half_value(uint16_t h) {
     return sign * std::ldexp(1024 + m, e - 25);
 }
 
+// The single-precision bits of a half: exact, a signalling NaN quietened.
+inline uint32_t single_bits(uint16_t h) {
+    const uint32_t sign = uint32_t(h & 0x8000) << 16;
+    if ((h & 0x7c00) == 0x7c00 && (h & 0x3ff)) return sign | 0x7fc00000u | uint32_t(h & 0x3ff) << 13;
+    return std::bit_cast<uint32_t>(float(half_value(h))) | sign;
+}
+
 // binary32 to binary16 rounded toward zero (mode 0) or to nearest even (mode 1); overflow goes
 // to infinity under nearest even and to 65504 toward zero; NaN keeps its sign and the top of
 // its payload, quietened.

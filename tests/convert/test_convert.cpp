@@ -21,6 +21,8 @@ template <class T> auto raw(T* p) {
 template <class S, class D, class LS, class LD>
 Lib<S, D> lib(ZelkStatus (*f)(const LS*, LD*, int)) { return [f](const S* s, D* d, int n, int, double) { return f(raw(s), raw(d), n); }; }
 template <class S, class D, class LS, class LD>
+Lib<S, D> lib(ZelkStatus (*f)(const LS*, LD*, int, int)) { return [f](const S* s, D* d, int n, int m, double) { return f(raw(s), raw(d), n, m); }; }
+template <class S, class D, class LS, class LD>
 Lib<S, D> lib(ZelkStatus (*f)(const LS*, LD*, int, double)) { return [f](const S* s, D* d, int n, int, double c) { return f(raw(s), raw(d), n, c); }; }
 template <class S, class D, class LS, class LD>
 Lib<S, D> lib(ZelkStatus (*f)(const LS*, LD*, int, int, double)) { return [f](const S* s, D* d, int n, int m, double c) { return f(raw(s), raw(d), n, m, c); }; }
@@ -72,9 +74,10 @@ void check(const char* name, Lib<S, D> f, Ref<S, D> want_of, std::vector<int> mo
                 ASSERT_TRUE(zt::arrays_equal(dst.data(), want.data(), want.size()))
                     << what << ", len " << in.size() << ", rndMode " << mode << ", scale " << scale;
             };
-            // Every tail for the scales that pick the three kinds of loop (no multiplication,
-            // a multiplication, an overflowing multiplier); one long array for the others.
-            const bool tails = scale == 1.0 || scale == 3.0 || scale == 0x1p-200;
+            // Every tail for the scales that pick each kind of loop (no multiplication, a
+            // multiplication, a shift, a multiplier overflowing single or double precision);
+            // one long array for the others.
+            const bool tails = scale == 1.0 || scale == 3.0 || scale == 0.3 || scale == 0x1p-200 || scale == 0x1p-1030;
             for (int len : tails ? zt::lengths() : std::vector<int>{257}) {
                 if (len < min_len) continue;
                 std::vector<S> in(static_cast<size_t>(len));
@@ -172,6 +175,19 @@ TEST(Convert, ScaledMembersWithRoundingMode) {
     check<Zelk32f, Zelk16u>(LIB(ZELKS_Convert_32f16u_S, Zelk32f, Zelk16u), scaled_int<float, Zelk16u, Zelk32f>(), kAll, kScales);
     check<Zelk64f, Zelk8u>(LIB(ZELKS_Convert_64f8u_S, Zelk64f, Zelk8u), scaled_int<double, Zelk8u, Zelk64f>(), kAll, kScales);
     check<Zelk64f, Zelk16u>(LIB(ZELKS_Convert_64f16u_S, Zelk64f, Zelk16u), scaled_int<double, Zelk16u, Zelk64f>(), kAll, kScales);
+}
+
+// binary16 travels as its bits: 16f sources run over all 65536 of them.
+TEST(Convert, HalfMembers) {
+    check<Zelk16f, Zelk32f>(LIB(ZELKS_Convert_16f32f, Zelk16f, Zelk32f),
+        [](Zelk16f h, int, double) { return std::bit_cast<float>(ref::single_bits(h)); }, kNone, kNoScale);
+    check<Zelk16s, Zelk16f>(LIB(ZELKS_Convert_16s16f, Zelk16s, Zelk16f),
+        [](Zelk16s x, int mode, double) { return ref::to_half(float(x), mode); }, {0, 1}, kNoScale);
+    check<Zelk32f, Zelk16f>(LIB(ZELKS_Convert_32f16f, Zelk32f, Zelk16f),
+        [](Zelk32f x, int mode, double) { return ref::to_half(x, mode); }, {0, 1}, kNoScale);
+    check<Zelk16f, Zelk16s>(LIB(ZELKS_Convert_16f16s_S, Zelk16f, Zelk16s),
+        [](Zelk16f h, int mode, double scale) { return ref::scaled_int<float, Zelk16s>(float(ref::half_value(h)), mode, scale); },
+        {0, 1}, kScales);
 }
 
 // rndMode is never refused: 0 and 1 name their modes and anything else rounds away from zero.
@@ -299,6 +315,10 @@ TEST(Convert, CheckOrderAndNothingWrittenOnFailure) {
 }
 
 std::vector<zt::GoldenRow> Golden::rows = {
+    {"ZELKS_Convert_16f32f", 0xa0b08dd527702866ull},
+    {"ZELKS_Convert_16s16f", 0x180ad49c618ef0afull},
+    {"ZELKS_Convert_32f16f", 0xca81530fb1dfbfd2ull},
+    {"ZELKS_Convert_16f16s_S", 0x77f621f2cfad5a21ull},
     {"ZELKS_Convert_8u32f", 0x03ee5a80ac845486ull},
     {"ZELKS_Convert_16u32f", 0xaad2df556ff11fd8ull},
     {"ZELKS_Convert_8s16s", 0x1795985c9c451679ull},
