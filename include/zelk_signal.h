@@ -294,6 +294,66 @@ ZelkStatus ZELKS_Sub_32sc_IS(const Zelk32sc *src, Zelk32sc *srcDst, int len, dou
 
 /* ---- Type conversion ------------------------------------------------------------------ */
 
+/* Convert_<from><to>. Widening is exact; 32s32f, 64s64f and 64f32f round to nearest even
+ * (64f32f overflows to infinity); 8s8u makes negatives 0 and 32s16s saturates. The 24-bit
+ * forms read and write three bytes an element; the 24s sources need len >= 3. */
+ZelkStatus ZELKS_Convert_8u32f(const Zelk8u *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Convert_16u32f(const Zelk16u *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Convert_8s16s(const Zelk8s *src, Zelk16s *dst, int len);
+ZelkStatus ZELKS_Convert_8s32f(const Zelk8s *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Convert_16s32s(const Zelk16s *src, Zelk32s *dst, int len);
+ZelkStatus ZELKS_Convert_16s32f(const Zelk16s *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Convert_32s64f(const Zelk32s *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Convert_32f64f(const Zelk32f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Convert_16f32f(const Zelk16f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Convert_24u32u(const Zelk24u *src, Zelk32u *dst, int len);
+ZelkStatus ZELKS_Convert_24u32f(const Zelk24u *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Convert_24s32s(const Zelk24s *src, Zelk32s *dst, int len);
+ZelkStatus ZELKS_Convert_24s32f(const Zelk24s *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Convert_8s8u(const Zelk8s *src, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Convert_32s16s(const Zelk32s *src, Zelk16s *dst, int len);
+ZelkStatus ZELKS_Convert_32s32f(const Zelk32s *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Convert_64s64f(const Zelk64s *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Convert_64f32f(const Zelk64f *src, Zelk32f *dst, int len);
+
+/* To binary16 with rndMode 0 (toward zero) or 1 (nearest even), else ZELK_STS_ROUND_MODE_ERR.
+ * The thread's rounding mode is set for the call and restored before it returns. */
+ZelkStatus ZELKS_Convert_16s16f(const Zelk16s *src, Zelk16f *dst, int len, int rndMode);
+ZelkStatus ZELKS_Convert_32f16f(const Zelk32f *src, Zelk16f *dst, int len, int rndMode);
+
+/* Scaled: src times 2^-n (n from scale) in single (32f, 16s32f, 32s32f) or double precision,
+ * then, for integer destinations, rounded to nearest even and saturated; NaN gives 0.
+ * A zero source stays 0 even where 2^-n overflows the working precision. */
+ZelkStatus ZELKS_Convert_16s32f_S(const Zelk16s *src, Zelk32f *dst, int len, double scale);
+ZelkStatus ZELKS_Convert_32s32f_S(const Zelk32s *src, Zelk32f *dst, int len, double scale);
+ZelkStatus ZELKS_Convert_16s64f_S(const Zelk16s *src, Zelk64f *dst, int len, double scale);
+ZelkStatus ZELKS_Convert_32s64f_S(const Zelk32s *src, Zelk64f *dst, int len, double scale);
+ZelkStatus ZELKS_Convert_32s16s_S(const Zelk32s *src, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Convert_32s24s_S(const Zelk32s *src, Zelk24s *dst, int len, double scale);
+ZelkStatus ZELKS_Convert_32u24u_S(const Zelk32u *src, Zelk24u *dst, int len, double scale);
+ZelkStatus ZELKS_Convert_32f24s_S(const Zelk32f *src, Zelk24s *dst, int len, double scale);
+ZelkStatus ZELKS_Convert_32f24u_S(const Zelk32f *src, Zelk24u *dst, int len, double scale);
+
+/* Scaled with rndMode: 0 toward zero, 1 nearest even, 2 nearest away (compared as unsigned).
+ * Another value gives ZELK_STS_ROUND_ARG_ERR for signed destinations and
+ * ZELK_STS_ROUND_MODE_ERR for unsigned ones and 16f16s (which takes 0 and 1 only).
+ * 8u8s never refuses a mode: values other than 0 and 1 act as 2. */
+ZelkStatus ZELKS_Convert_8u8s_S(const Zelk8u *src, Zelk8s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_16s8s_S(const Zelk16s *src, Zelk8s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_32f8s_S(const Zelk32f *src, Zelk8s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_32f16s_S(const Zelk32f *src, Zelk16s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_32f32s_S(const Zelk32f *src, Zelk32s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_64f8s_S(const Zelk64f *src, Zelk8s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_64f16s_S(const Zelk64f *src, Zelk16s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_64f32s_S(const Zelk64f *src, Zelk32s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_64f64s_S(const Zelk64f *src, Zelk64s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_64s32s_S(const Zelk64s *src, Zelk32s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_32f8u_S(const Zelk32f *src, Zelk8u *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_32f16u_S(const Zelk32f *src, Zelk16u *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_64f8u_S(const Zelk64f *src, Zelk8u *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_64f16u_S(const Zelk64f *src, Zelk16u *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Convert_16f16s_S(const Zelk16f *src, Zelk16s *dst, int len, int rndMode, double scale);
+
 #if defined(ZELK_BUILDING) && defined(__GNUC__)
 #pragma GCC visibility pop
 #endif
