@@ -53,6 +53,21 @@ std::vector<Function> make_functions() {
             {"VOLK", [](int n) { volk_32f_x2_subtract_32f(fc(), fb(), fa(), 2 * u(n)); }},
             {"scalar", [](int n) { peer::sub_32fc(fa(), fb(), fc(), n); }},
         }},
+        // Nearest even, no scaling, saturated to 16 bits.
+        {"Convert_32f16s_S", Data::f32, 6, {
+            {"ZELK", [](int n) { ZELKS_Convert_32f16s_S(fa(), sc(), n, 1, 1.0); }},
+            {"VOLK", [](int n) { volk_32f_s32f_convert_16i(sc(), fa(), 1.0f, u(n)); }},
+            {"scalar", [](int n) { peer::convert_32f16s(fa(), sc(), n); }},
+        }},
+        {"Convert_16s32f", Data::i16, 6, {
+            {"ZELK", [](int n) { ZELKS_Convert_16s32f(sa(), fc(), n); }},
+            {"VOLK", [](int n) { volk_16i_s32f_convert_32f(fc(), sa(), 1.0f, u(n)); }},
+            {"scalar", [](int n) { peer::convert_16s32f(sa(), fc(), n); }},
+        }},
+        {"Convert_32f16f", Data::f32, 6, {
+            {"ZELK", [](int n) { ZELKS_Convert_32f16f(fa(), reinterpret_cast<Zelk16f*>(g_buf.c), n, 1); }},
+            {"scalar", [](int n) { peer::convert_32f16f(fa(), reinterpret_cast<uint16_t*>(g_buf.c), n); }},
+        }},
         {"Copy_32f", Data::f32, 8, {
             {"ZELK", [](int n) { ZELKS_Copy_32f(fa(), fc(), n); }},
             {"memcpy", [](int n) { std::memcpy(fc(), fa(), 4 * size_t(n)); }},
