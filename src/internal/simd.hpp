@@ -77,6 +77,19 @@ inline float32x4_t vcvt_high_f32_f64(float32x2_t low, float64x2_t a) {
 
 // ---- Shims for the multiplication and division families.
 
+// SIMDe forms unsigned 32-bit products through signed lanes, which overflows (undefined
+// behaviour) above 2^31; the same low 32 bits through an unsigned multiply.
+#undef vmulq_u32
+#undef vmull_u16
+#undef vmull_high_u16
+inline uint32x4_t vmulq_u32(uint32x4_t a, uint32x4_t b) {
+    return (uint32x4_t)_mm_mullo_epi32((__m128i)a, (__m128i)b);
+}
+inline uint32x4_t vmull_u16(uint16x4_t a, uint16x4_t b) { return vmulq_u32(vmovl_u16(a), vmovl_u16(b)); }
+inline uint32x4_t vmull_high_u16(uint16x8_t a, uint16x8_t b) {
+    return vmulq_u32(vmovl_high_u16(a), vmovl_high_u16(b));
+}
+
 // FRECPE: the Arm reciprocal estimate, bit for bit, for the default FPCR (round to nearest,
 // subnormals kept). The significand's top 8 bits index a table of 8-bit reciprocals computed
 // with rounding to nearest; NaN is quieted, +-inf gives +-0, +-0 and magnitudes below 2^-128

@@ -75,6 +75,24 @@ template <class T> Fill<T> any() {
     return [](zt::Rng& r, T* p, size_t n) { zt::fill_any(r, p, n); };
 }
 
+// Integers of every magnitude (raw bits shifted right by a random count), half of them, so that
+// products and quotients land in every range of every path; zt's mix for the rest.
+template <class T> Fill<T> spread() {
+    return [](zt::Rng& r, T* p, size_t n) {
+        using S = zt::scalar_t<T>;
+        S* q = zt::scalars(p);
+        for (size_t i = 0; i < n * zt::parts<T>::count; ++i) {
+            if constexpr (std::is_integral_v<S>) {
+                if (r.next() & 1) {
+                    q[i] = S(S(r.next()) >> (r.next() % (8 * sizeof(S))));
+                    continue;
+                }
+            }
+            q[i] = r.any<S>();
+        }
+    };
+}
+
 // Which elements have a zero divisor; such a call returns ZELK_STS_DIV_BY_ZERO_WARN.
 template <class A, class B> using Zero = std::function<bool(A, B)>;
 template <class A, class B, class Z> ZelkStatus status_of(const A* a, const B* b, int len, const Z& zero) {
@@ -96,7 +114,7 @@ template <class A, class B, class Z> ZelkStatus status_val(const A* a, B v, int 
 template <class S1, class S2, class D, class Ref>
 void check_s(const char* name, ZelkStatus (*f)(const S1*, const S2*, D*, int, double),
              std::type_identity_t<ZelkStatus (*)(const S1*, D*, int, double)> in_place, int block, Ref ref,
-             std::type_identity_t<Fill<S1>> fa = any<S1>(), std::type_identity_t<Fill<S2>> fb = any<S2>(),
+             std::type_identity_t<Fill<S1>> fa = spread<S1>(), std::type_identity_t<Fill<S2>> fb = spread<S2>(),
              std::type_identity_t<Zero<S1, S2>> zero = {}) {
     const bool nan_free = false;
     SCOPED_TRACE(name);
@@ -130,7 +148,7 @@ void check_s(const char* name, ZelkStatus (*f)(const S1*, const S2*, D*, int, do
 template <class S, class V, class D, class Ref>
 void check_c_s(const char* name, ZelkStatus (*f)(const S*, V, D*, int, double),
                std::type_identity_t<ZelkStatus (*)(V, D*, int, double)> in_place, int block, Ref ref,
-               std::type_identity_t<Fill<S>> fa = any<S>(), std::type_identity_t<Fill<V>> fv = any<V>(),
+               std::type_identity_t<Fill<S>> fa = spread<S>(), std::type_identity_t<Fill<V>> fv = spread<V>(),
                std::type_identity_t<Zero<S, V>> zero = {}) {
     SCOPED_TRACE(name);
     zt::Rng rng(name);

@@ -156,18 +156,18 @@ TEST(DivCRev, FloatRefinedEstimateInWholeBlocksOf4) {
 TEST(Div, ScaledIntegerQuotients) {
     auto nz = divisor_zero<Zelk8u, Zelk8u>();
     check_s("ZELKS_Div_8u_S", ZELKS_Div_8u_S, ZELKS_Div_8u_IS, 1,
-            [](Zelk8u x, Zelk8u y, int n, bool) { return rne<Zelk8u>((float(y) / float(x)) * mul_f(n)); }, any<Zelk8u>(), any<Zelk8u>(), nz);
+            [](Zelk8u x, Zelk8u y, int n, bool) { return rne<Zelk8u>((float(y) / float(x)) * mul_f(n)); }, spread<Zelk8u>(), spread<Zelk8u>(), nz);
     check_s("ZELKS_Div_16u_S", ZELKS_Div_16u_S, ZELKS_Div_16u_IS, 1,
-            [](Zelk16u x, Zelk16u y, int n, bool) { return rne<Zelk16u>((double(y) / double(x)) * mul_d(n)); }, any<Zelk16u>(), any<Zelk16u>(),
+            [](Zelk16u x, Zelk16u y, int n, bool) { return rne<Zelk16u>((double(y) / double(x)) * mul_d(n)); }, spread<Zelk16u>(), spread<Zelk16u>(),
             divisor_zero<Zelk16u, Zelk16u>());
     check_s("ZELKS_Div_16s_S", ZELKS_Div_16s_S, ZELKS_Div_16s_IS, 1,
-            [](Zelk16s x, Zelk16s y, int n, bool) { return rne<Zelk16s>((double(y) / double(x)) * mul_d(n)); }, any<Zelk16s>(), any<Zelk16s>(),
+            [](Zelk16s x, Zelk16s y, int n, bool) { return rne<Zelk16s>((double(y) / double(x)) * mul_d(n)); }, spread<Zelk16s>(), spread<Zelk16s>(),
             divisor_zero<Zelk16s, Zelk16s>());
     check_s("ZELKS_Div_32s_S", ZELKS_Div_32s_S, ZELKS_Div_32s_IS, 1,
-            [](Zelk32s x, Zelk32s y, int n, bool) { return rne<Zelk32s>((double(y) / double(x)) * mul_d(n)); }, any<Zelk32s>(), any<Zelk32s>(),
+            [](Zelk32s x, Zelk32s y, int n, bool) { return rne<Zelk32s>((double(y) / double(x)) * mul_d(n)); }, spread<Zelk32s>(), spread<Zelk32s>(),
             divisor_zero<Zelk32s, Zelk32s>());
     check_s("ZELKS_Div_32s16s_S", ZELKS_Div_32s16s_S, nullptr, 1,
-            [](Zelk16s x, Zelk32s y, int n, bool) { return rne<Zelk16s>((float(y) / float(x)) * mul_f(n)); }, any<Zelk16s>(), any<Zelk32s>(),
+            [](Zelk16s x, Zelk32s y, int n, bool) { return rne<Zelk16s>((float(y) / float(x)) * mul_f(n)); }, spread<Zelk16s>(), spread<Zelk32s>(),
             divisor_zero<Zelk16s, Zelk32s>());
 }
 
@@ -186,12 +186,12 @@ TEST(Div, RoundingModes) {
                 +[](const Zelk16u* a, const Zelk16u* b, Zelk16u* d, int len, double s) { return ZELKS_Div_Round_16u_S(a, b, d, len, m, s); },
                 +[](const Zelk16u* a, Zelk16u* b, int len, double s) { return ZELKS_Div_Round_16u_IS(a, b, len, m, s); }, 1,
                 [](Zelk16u x, Zelk16u y, int n, bool) { return by_mode<Zelk16u>((double(y) / double(x)) * mul_d(n), m); },
-                any<Zelk16u>(), any<Zelk16u>(), divisor_zero<Zelk16u, Zelk16u>());
+                spread<Zelk16u>(), spread<Zelk16u>(), divisor_zero<Zelk16u, Zelk16u>());
         check_s("ZELKS_Div_Round_16s_S",
                 +[](const Zelk16s* a, const Zelk16s* b, Zelk16s* d, int len, double s) { return ZELKS_Div_Round_16s_S(a, b, d, len, m, s); },
                 +[](const Zelk16s* a, Zelk16s* b, int len, double s) { return ZELKS_Div_Round_16s_IS(a, b, len, m, s); }, 1,
                 [](Zelk16s x, Zelk16s y, int n, bool) { return by_mode<Zelk16s>((double(y) / double(x)) * mul_d(n), m); },
-                any<Zelk16s>(), any<Zelk16s>(), divisor_zero<Zelk16s, Zelk16s>());
+                spread<Zelk16s>(), spread<Zelk16s>(), divisor_zero<Zelk16s, Zelk16s>());
     }
 }
 
@@ -224,7 +224,7 @@ TEST(Div, ComplexFixedPoint) {
         const double cr = c.re, ci = c.im, dr = d.re, di = d.im, den = cr * cr + ci * ci, m = mul_f(n);
         return Zelk16sc{rne<Zelk16s>(((cr * dr + ci * di) / den) * m), rne<Zelk16s>(((cr * di - ci * dr) / den) * m)};
     };
-    check_s("ZELKS_Div_16sc_S", ZELKS_Div_16sc_S, ZELKS_Div_16sc_IS, 1, ref, any<Zelk16sc>(), any<Zelk16sc>(),
+    check_s("ZELKS_Div_16sc_S", ZELKS_Div_16sc_S, ZELKS_Div_16sc_IS, 1, ref, spread<Zelk16sc>(), spread<Zelk16sc>(),
             Zero<Zelk16sc, Zelk16sc>([](Zelk16sc c, Zelk16sc) { return c.re == 0 && c.im == 0; }));
     auto refc = [](Zelk16sc x, Zelk16sc v, int n, bool) {
         const double vr = v.re, vi = v.im, xr = x.re, xi = x.im;
