@@ -290,7 +290,133 @@ ZelkStatus ZELKS_Sub_32sc_IS(const Zelk32sc *src, Zelk32sc *srcDst, int len, dou
 
 /* ---- Multiplication ------------------------------------------------------------------- */
 
+/* Mul: dst = src1 * src2; MulC: dst = src * val. Integer _S forms give
+ * Saturate(RoundNearestEven(p * 2^-n)) of the exact product p, except that MulC_16s_S rounds p
+ * to single precision and the 32s forms to double precision first. Complex floating parts are one
+ * rounded product and one fused multiply-add. The block size is part of the result where the
+ * last len mod k elements take another rounding than the whole blocks before them:
+ * Mul_16u16s_S and Mul_16sc_S for n > 9 (k = 16), the 32sc forms for 23 <= n <= 63 (k = 4),
+ * MulC_32fc_I (k = 4). n is log2(scale) truncated toward zero. */
+ZelkStatus ZELKS_Mul_16s(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *dst, int len);
+ZelkStatus ZELKS_Mul_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Mul_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Mul_32fc(const Zelk32fc *src1, const Zelk32fc *src2, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Mul_64fc(const Zelk64fc *src1, const Zelk64fc *src2, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_Mul_16s_I(const Zelk16s *src, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_Mul_32f_I(const Zelk32f *src, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Mul_64f_I(const Zelk64f *src, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_Mul_32fc_I(const Zelk32fc *src, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_Mul_64fc_I(const Zelk64fc *src, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_Mul_8u16u(const Zelk8u *src1, const Zelk8u *src2, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Mul_16s32f(const Zelk16s *src1, const Zelk16s *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Mul_32f32fc(const Zelk32f *src1, const Zelk32fc *src2, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Mul_32f32fc_I(const Zelk32f *src, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_Mul_8u_S(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_Mul_16u_S(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_Mul_16s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Mul_32s_S(const Zelk32s *src1, const Zelk32s *src2, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_Mul_16sc_S(const Zelk16sc *src1, const Zelk16sc *src2, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_Mul_32sc_S(const Zelk32sc *src1, const Zelk32sc *src2, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_Mul_16u16s_S(const Zelk16u *src1, const Zelk16s *src2, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Mul_16s32s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_Mul_8u_IS(const Zelk8u *src, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Mul_16u_IS(const Zelk16u *src, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Mul_16s_IS(const Zelk16s *src, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Mul_32s_IS(const Zelk32s *src, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Mul_16sc_IS(const Zelk16sc *src, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_Mul_32sc_IS(const Zelk32sc *src, Zelk32sc *srcDst, int len, double scale);
+
+ZelkStatus ZELKS_MulC_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_MulC_64f(const Zelk64f *src, Zelk64f val, Zelk64f *dst, int len);
+ZelkStatus ZELKS_MulC_32fc(const Zelk32fc *src, Zelk32fc val, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_MulC_64fc(const Zelk64fc *src, Zelk64fc val, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_MulC_16s_I(Zelk16s val, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_MulC_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_MulC_64f_I(Zelk64f val, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_MulC_32fc_I(Zelk32fc val, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_MulC_64fc_I(Zelk64fc val, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_MulC_8u_S(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_MulC_16u_S(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_MulC_16s_S(const Zelk16s *src, Zelk16s val, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_MulC_32s_S(const Zelk32s *src, Zelk32s val, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_MulC_16sc_S(const Zelk16sc *src, Zelk16sc val, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_MulC_32sc_S(const Zelk32sc *src, Zelk32sc val, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_MulC_8u_IS(Zelk8u val, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_MulC_16u_IS(Zelk16u val, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_MulC_16s_IS(Zelk16s val, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_MulC_32s_IS(Zelk32s val, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_MulC_16sc_IS(Zelk16sc val, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_MulC_32sc_IS(Zelk32sc val, Zelk32sc *srcDst, int len, double scale);
+/* Floating source, 16s destination: the single-precision product, (times 2^-n), to nearest even. */
+ZelkStatus ZELKS_MulC_Low_32f16s(const Zelk32f *src, Zelk32f val, Zelk16s *dst, int len);
+ZelkStatus ZELKS_MulC_32f16s_S(const Zelk32f *src, Zelk32f val, Zelk16s *dst, int len, double scale);
+/* 64s in place: the source in double precision times val, rounded, then times 2^-n. */
+ZelkStatus ZELKS_MulC_64f64s_IS(Zelk64f val, Zelk64s *srcDst, int len, double scale);
+ZelkStatus ZELKS_MulC_64s_IS(Zelk64s val, Zelk64s *srcDst, int len, double scale);
+
 /* ---- Division ------------------------------------------------------------------------- */
+
+/* Div: dst = src2 / src1 (src1 is the divisor); _I: srcDst / src. DivC: src / val; DivCRev:
+ * val / src. A zero val of DivC returns ZELK_STS_DIV_BY_ZERO_ERR and writes nothing; zero
+ * elements of a divisor array are divided by IEEE rules (infinities saturate, 0/0 gives NaN or
+ * 0 in integers), every element is written and the call returns ZELK_STS_DIV_BY_ZERO_WARN.
+ * Integer _S forms give Saturate(Round(q * 2^-n)); Round is to nearest even, or rndMode of
+ * Div_Round (0 toward zero, 1 to nearest even, 2 to nearest away; not checked). DivC of floating
+ * types multiplies by the reciprocal of val. The last len mod k elements differ from the whole
+ * blocks in Div_32fc (k = 16: fused rather than rounded products), DivCRev_32f (k = 4: a
+ * division rather than a refined reciprocal estimate) and DivCRev_16u (k = 48: 0/0 gives 65535
+ * rather than 0). */
+ZelkStatus ZELKS_Div_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Div_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Div_32fc(const Zelk32fc *src1, const Zelk32fc *src2, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Div_64fc(const Zelk64fc *src1, const Zelk64fc *src2, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_Div_32f_I(const Zelk32f *src, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Div_64f_I(const Zelk64f *src, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_Div_32fc_I(const Zelk32fc *src, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_Div_64fc_I(const Zelk64fc *src, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_Div_8u_S(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_Div_16u_S(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_Div_16s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Div_32s_S(const Zelk32s *src1, const Zelk32s *src2, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_Div_16sc_S(const Zelk16sc *src1, const Zelk16sc *src2, Zelk16sc *dst, int len, double scale);
+/* src1 (16s) divides src2 (32s) into dst (16s). */
+ZelkStatus ZELKS_Div_32s16s_S(const Zelk16s *src1, const Zelk32s *src2, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Div_8u_IS(const Zelk8u *src, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Div_16u_IS(const Zelk16u *src, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Div_16s_IS(const Zelk16s *src, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Div_32s_IS(const Zelk32s *src, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Div_16sc_IS(const Zelk16sc *src, Zelk16sc *srcDst, int len, double scale);
+
+ZelkStatus ZELKS_Div_Round_8u_S(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Div_Round_16u_S(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Div_Round_16s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Div_Round_8u_IS(const Zelk8u *src, Zelk8u *srcDst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Div_Round_16u_IS(const Zelk16u *src, Zelk16u *srcDst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_Div_Round_16s_IS(const Zelk16s *src, Zelk16s *srcDst, int len, int rndMode, double scale);
+
+ZelkStatus ZELKS_DivC_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_DivC_64f(const Zelk64f *src, Zelk64f val, Zelk64f *dst, int len);
+ZelkStatus ZELKS_DivC_32fc(const Zelk32fc *src, Zelk32fc val, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_DivC_64fc(const Zelk64fc *src, Zelk64fc val, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_DivC_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_DivC_64f_I(Zelk64f val, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_DivC_32fc_I(Zelk32fc val, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_DivC_64fc_I(Zelk64fc val, Zelk64fc *srcDst, int len);
+/* DivC_16s_S and DivC_64s_IS test val before scale; DivC_8u_S, 16u_S and 16sc_S scale first. */
+ZelkStatus ZELKS_DivC_8u_S(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_DivC_16u_S(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_DivC_16s_S(const Zelk16s *src, Zelk16s val, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_DivC_16sc_S(const Zelk16sc *src, Zelk16sc val, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_DivC_8u_IS(Zelk8u val, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_DivC_16u_IS(Zelk16u val, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_DivC_16s_IS(Zelk16s val, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_DivC_16sc_IS(Zelk16sc val, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_DivC_64s_IS(Zelk64s val, Zelk64s *srcDst, int len, double scale);
+
+ZelkStatus ZELKS_DivCRev_16u(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_DivCRev_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_DivCRev_16u_I(Zelk16u val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_DivCRev_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
 
 /* ---- Type conversion ------------------------------------------------------------------ */
 

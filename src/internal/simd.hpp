@@ -107,10 +107,93 @@ inline uint32x4_t vqshlq_u32(uint32x4_t a, int32x4_t b) { return zelk_shim::uqsh
 
 // ---- Shims for the multiplication and division families.
 
+// SIMDe forms unsigned 32-bit products through signed lanes, which overflows (undefined
+// behaviour) above 2^31; the same low 32 bits through an unsigned multiply.
+#undef vmulq_u32
+#undef vmull_u16
+#undef vmull_high_u16
+inline uint32x4_t vmulq_u32(uint32x4_t a, uint32x4_t b) {
+    return (uint32x4_t)_mm_mullo_epi32((__m128i)a, (__m128i)b);
+}
+inline uint32x4_t vmull_u16(uint16x4_t a, uint16x4_t b) { return vmulq_u32(vmovl_u16(a), vmovl_u16(b)); }
+inline uint32x4_t vmull_high_u16(uint16x8_t a, uint16x8_t b) {
+    return vmulq_u32(vmovl_high_u16(a), vmovl_high_u16(b));
+}
+
+// FRECPE: the Arm reciprocal estimate, bit for bit, for the default FPCR (round to nearest,
+// subnormals kept). The significand's top 8 bits index a table of 8-bit reciprocals computed
+// with rounding to nearest; NaN is quieted, +-inf gives +-0, +-0 and magnitudes below 2^-128
+// give +-inf, subnormal inputs are normalised first and huge ones give subnormal estimates.
+inline uint32_t frecpe_bits(uint32_t x) {
+    const uint32_t sign = x & 0x80000000u, exponent = (x >> 23) & 0xffu, frac = x & 0x7fffffu;
+    if (exponent == 0xff) return frac ? (x | 0x400000u) : sign;
+    if (exponent == 0 && frac < (1u << 21)) return sign | 0x7f800000u;  // zero or below 2^-128
+    constexpr uint64_t kFrac52 = (uint64_t(1) << 52) - 1;
+    uint64_t fraction = uint64_t(frac) << 29;
+    int e = int(exponent);
+    if (e == 0) {
+        if (((fraction >> 51) & 1) == 0) {
+            e = -1;
+            fraction = (fraction << 2) & kFrac52;
+        } else {
+            fraction = (fraction << 1) & kFrac52;
+        }
+    }
+    const uint32_t scaled = 256u | uint32_t(fraction >> 44);            // 256..511
+    const uint32_t estimate = ((1u << 19) / (scaled * 2 + 1) + 1) / 2;  // 256..511
+    int result_exp = 253 - e;
+    uint64_t out = uint64_t(estimate & 0xffu) << 44;
+    if (result_exp == 0) {
+        out = (uint64_t(1) << 51) | (out >> 1);
+    } else if (result_exp == -1) {
+        out = (uint64_t(1) << 50) | (out >> 2);
+        result_exp = 0;
+    }
+    return sign | (uint32_t(result_exp) << 23) | uint32_t(out >> 29);
+}
+#undef vrecpeq_f32
+inline float32x4_t vrecpeq_f32(float32x4_t a) {
+    uint32_t v[4];
+    vst1q_u32(v, vreinterpretq_u32_f32(a));
+    for (uint32_t& x : v) x = frecpe_bits(x);
+    return vreinterpretq_f32_u32(vld1q_u32(v));
+}
+
+// FRECPS: 2 - a*b with one rounding, where inf*0 in either order gives +2. NaN operands in
+// Arm's order: a signalling NaN first, then a quiet one, a before b; a's NaN comes out with
+// its sign inverted, because the instruction negates a before anything else. (SIMDe's version
+// rounds the product and gives NaN for inf*0.)
+inline float frecps_one(float a, float b) {
+    uint32_t na, nb;
+    const float neg_a = -a;
+    std::memcpy(&na, &neg_a, 4);
+    std::memcpy(&nb, &b, 4);
+    const bool a_nan = (na & 0x7fffffffu) > 0x7f800000u, b_nan = (nb & 0x7fffffffu) > 0x7f800000u;
+    if (a_nan || b_nan) {
+        uint32_t r;
+        if (a_nan && !(na & 0x400000u)) r = na | 0x400000u;
+        else if (b_nan && !(nb & 0x400000u)) r = nb | 0x400000u;
+        else r = a_nan ? na : nb;
+        float f;
+        std::memcpy(&f, &r, 4);
+        return f;
+    }
+    if ((__builtin_isinf(a) && b == 0) || (a == 0 && __builtin_isinf(b))) return 2.0f;
+    return __builtin_fmaf(neg_a, b, 2.0f);
+}
+#undef vrecpsq_f32
+inline float32x4_t vrecpsq_f32(float32x4_t a, float32x4_t b) {
+    float x[4], y[4];
+    vst1q_f32(x, a);
+    vst1q_f32(y, b);
+    for (int k = 0; k < 4; ++k) x[k] = frecps_one(x[k], y[k]);
+    return vld1q_f32(x);
+}
+
 // ---- Shims for the conversion families.
 
 // SIMDe's versions of these differ from NEON (signed zeros and signalling NaNs in max/min,
-// saturation of the doubling multiplies, the reciprocal estimate tables). Using one is a
+// saturation of the doubling multiplies, the reciprocal square root estimate table). Using one is a
 // compile error here; write an exact shim above when a family needs it.
 #define ZELK_NOT_NEON_EXACT(name) name##_differs_from_neon_in_simde_write_a_shim
 #undef vmaxnmq_f32
@@ -121,7 +204,6 @@ inline uint32x4_t vqshlq_u32(uint32x4_t a, int32x4_t b) { return zelk_shim::uqsh
 #undef vqrdmulhq_s32
 #undef vqdmulhq_s16
 #undef vqdmulhq_s32
-#undef vrecpeq_f32
 #undef vrsqrteq_f32
 #define vmaxnmq_f32 ZELK_NOT_NEON_EXACT(vmaxnmq_f32)
 #define vmaxnmq_f64 ZELK_NOT_NEON_EXACT(vmaxnmq_f64)
@@ -131,7 +213,6 @@ inline uint32x4_t vqshlq_u32(uint32x4_t a, int32x4_t b) { return zelk_shim::uqsh
 #define vqrdmulhq_s32 ZELK_NOT_NEON_EXACT(vqrdmulhq_s32)
 #define vqdmulhq_s16 ZELK_NOT_NEON_EXACT(vqdmulhq_s16)
 #define vqdmulhq_s32 ZELK_NOT_NEON_EXACT(vqdmulhq_s32)
-#define vrecpeq_f32 ZELK_NOT_NEON_EXACT(vrecpeq_f32)
 #define vrsqrteq_f32 ZELK_NOT_NEON_EXACT(vrsqrteq_f32)
 #endif
 
