@@ -53,6 +53,31 @@ std::vector<Function> make_functions() {
             {"VOLK", [](int n) { volk_32f_x2_subtract_32f(fc(), fb(), fa(), 2 * u(n)); }},
             {"scalar", [](int n) { peer::sub_32fc(fa(), fb(), fc(), n); }},
         }},
+        {"Mul_32f", Data::f32, 12, {
+            {"ZELK", [](int n) { ZELKS_Mul_32f(fa(), fb(), fc(), n); }},
+            {"VOLK", [](int n) { volk_32f_x2_multiply_32f(fc(), fa(), fb(), u(n)); }},
+            {"liquid", [](int n) { liquid_vectorf_mul(fa(), fb(), u(n), fc()); }},
+            {"scalar", [](int n) { peer::mul_32f(fa(), fb(), fc(), n); }},
+        }},
+        {"Mul_32fc", Data::f32, 24, {
+            {"ZELK", [](int n) { ZELKS_Mul_32fc(reinterpret_cast<Zelk32fc*>(fa()), reinterpret_cast<Zelk32fc*>(fb()),
+                                                reinterpret_cast<Zelk32fc*>(fc()), n); }},
+            {"VOLK", [](int n) { volk_32fc_x2_multiply_32fc(vc(), va(), vb(), u(n)); }},
+            {"liquid", [](int n) { liquid_vectorcf_mul(la(), lb(), u(n), lc()); }},
+            {"scalar", [](int n) { peer::mul_32fc(fa(), fb(), fc(), n); }},
+        }},
+        {"MulC_32f", Data::f32, 8, {
+            {"ZELK", [k](int n) { ZELKS_MulC_32f(fa(), k, fc(), n); }},
+            {"VOLK", [k](int n) { volk_32f_s32f_multiply_32f(fc(), fa(), k, u(n)); }},
+            {"liquid", [k](int n) { liquid_vectorf_mulscalar(fa(), u(n), k, fc()); }},
+            {"scalar", [k](int n) { peer::mulc_32f(fa(), k, fc(), n); }},
+        }},
+        // Division by a constant: VOLK multiplies by the reciprocal as we do; the loop divides.
+        {"DivC_32f", Data::f32, 8, {
+            {"ZELK", [k](int n) { ZELKS_DivC_32f(fa(), k, fc(), n); }},
+            {"VOLK", [k](int n) { volk_32f_s32f_multiply_32f(fc(), fa(), 1.0f / k, u(n)); }},
+            {"scalar", [k](int n) { peer::divc_32f(fa(), k, fc(), n); }},
+        }},
         // Nearest even, no scaling, saturated to 16 bits.
         {"Convert_32f16s_S", Data::f32, 6, {
             {"ZELK", [](int n) { ZELKS_Convert_32f16s_S(fa(), sc(), n, 1, 1.0); }},
@@ -92,7 +117,6 @@ std::vector<Function> make_functions() {
             {"scalar", [](int n) { peer::flip_32f(fa(), fc(), n); }},
         }},
     };
-    (void)la; (void)lb; (void)lc; (void)va; (void)vb; (void)vc;
     return f;
 }
 

@@ -108,22 +108,17 @@ ZelkStatus div_64fc(const Zelk64fc* a, const Zelk64fc* b, Zelk64fc* d, int len) 
     return zero.status();
 }
 
-// ---- DivC of floating types: each element times r = 1 / val, computed once.
+// ---- DivC of floating types: each element times r = 1 / val, computed once; the product is
+// MulC's.
+
+inline ZelkStatus mulc(const Zelk32f* a, Zelk32f r, Zelk32f* d, int len) { return ZELKS_MulC_32f(a, r, d, len); }
+inline ZelkStatus mulc(const Zelk64f* a, Zelk64f r, Zelk64f* d, int len) { return ZELKS_MulC_64f(a, r, d, len); }
 
 template <class T>
 ZelkStatus divc_real(const T* a, T val, T* d, int len) {
     if (ZelkStatus s = check_args(len, a, d)) return s;
     if (val == 0) return ZELK_STS_DIV_BY_ZERO_ERR;
-    const T r = T(1) / val;
-    constexpr int L = lanes<T>;
-    run_blocks<2 * L>(arr(a), Constant<T, 2 * L>(r), d, len,
-        [](const T* x, const T* y, T* o) {
-            auto p0 = vmul(load(x), load(y)), p1 = vmul(load(x + L), load(y + L));
-            store(o, p0);
-            store(o + L, p1);
-        },
-        [](T x, T y) { return x * y; });
-    return ZELK_STS_NO_ERR;
+    return mulc(a, T(1) / val, d, len);
 }
 
 // The constant (v.re r, -(v.im r)), r = 1 / fma(v.re, v.re, v.im^2); zero when that squared

@@ -12,6 +12,7 @@ struct Array {
     const T* p;
     const T* at(int i) const { return p + i; }
     T operator[](int i) const { return p[i]; }
+    void advance(int n) { p += n; }
 };
 
 template <class T, int N>
@@ -22,14 +23,16 @@ struct Constant {
     }
     const T* at(int) const { return copies; }
     T operator[](int) const { return copies[0]; }
+    void advance(int) {}
 };
 
-// Whole blocks from the start of the array, then the tail element by element.
+// Whole blocks from the start of the array, then the tail element by element. The operands
+// advance instead of an index, so that a block's loads and stores can pair on AArch64.
 template <int Block, class A, class B, class D, class BlockF, class OneF>
-inline void run_blocks(const A& a, const B& b, D* dst, int len, BlockF block, OneF one) {
-    int i = 0;
-    for (; i <= len - Block; i += Block) block(a.at(i), b.at(i), dst + i);
-    for (; i < len; ++i) dst[i] = one(a[i], b[i]);
+inline void run_blocks(A a, B b, D* dst, int len, BlockF block, OneF one) {
+    for (int n = len / Block; n > 0; --n, a.advance(Block), b.advance(Block), dst += Block)
+        block(a.at(0), b.at(0), dst);
+    for (int i = 0; i < len % Block; ++i) dst[i] = one(a[i], b[i]);
 }
 
 }  // namespace zelk
