@@ -4,6 +4,8 @@
 // sum or difference r: Saturate(RoundNearestEven(r * 2^-n)), with a single rounding at the end.
 #include <algorithm>
 
+#include "internal/fops.hpp"
+#include "internal/scaled.hpp"
 #include "internal/zelk.hpp"
 
 namespace zelk {
@@ -42,12 +44,15 @@ inline uint16x8_t sat_sub(uint16x8_t x, uint16x8_t y) { return vqsubq_u16(x, y);
 inline int16x8_t sat_sub(int16x8_t x, int16x8_t y) { return vqsubq_s16(x, y); }
 inline int32x4_t sat_sub(int32x4_t x, int32x4_t y) { return vqsubq_s32(x, y); }
 
-inline float32x4_t ieee_add(float32x4_t x, float32x4_t y) { return vaddq_f32(x, y); }
-inline float64x2_t ieee_add(float64x2_t x, float64x2_t y) { return vaddq_f64(x, y); }
-inline float32x4_t ieee_sub(float32x4_t x, float32x4_t y) { return vsubq_f32(x, y); }
-inline float64x2_t ieee_sub(float64x2_t x, float64x2_t y) { return vsubq_f64(x, y); }
-template <class F> F ieee_add(F x, F y) { return x + y; }
-template <class F> F ieee_sub(F x, F y) { return x - y; }
+// One IEEE operation: the lane forms of fops.hpp, or the scalar one for the tail.
+template <class F> F ieee_add(F x, F y) {
+    if constexpr (std::is_floating_point_v<F>) return x + y;
+    else return vadd(x, y);
+}
+template <class F> F ieee_sub(F x, F y) {
+    if constexpr (std::is_floating_point_v<F>) return x - y;
+    else return vsub(x, y);
+}
 
 // Saturating left shift by k >= 0.
 inline uint8x16_t sat_shl(uint8x16_t v, int k) { return vqshlq_u8(v, vdupq_n_s8(int8_t(k))); }
@@ -91,17 +96,15 @@ inline uint16x8_t narrow(uint32x4_t lo, uint32x4_t hi) { return vqmovn_high_u32(
 inline int16x8_t narrow(int32x4_t lo, int32x4_t hi) { return vqmovn_high_s32(vqmovn_s32(lo), hi); }
 inline int32x4_t narrow(int64x2_t lo, int64x2_t hi) { return vqmovn_high_s64(vqmovn_s64(lo), hi); }
 
-// RoundNearestEven(r * m) of exact wide r, saturated to the lane type; NaN (0 * inf) gives 0.
-inline uint32x4_t scale_lanes(uint32x4_t r, float32x4_t m) {
-    return vcvtnq_u32_f32(vmulq_f32(vcvtq_f32_u32(r), m));
-}
-inline int32x4_t scale_lanes(int32x4_t r, float32x4_t m) {
-    return vcvtnq_s32_f32(vmulq_f32(vcvtq_f32_s32(r), m));
-}
-inline int64x2_t scale_lanes(int64x2_t r, float64x2_t m) {
-    return vcvtnq_s64_f64(vmulq_f64(vcvtq_f64_s64(r), m));
-}
-inline uint16x8_t scale_lanes(uint16x8_t r, float32x4_t m) {
+// RoundNearestEven(r * m) of exact wide r (m is 2^-n), saturated to the lane type; 0 * inf
+// gives NaN, which converts to 0. 8- and 16-bit parts multiply in single precision, 32-bit
+// parts in double.
+template <class M> struct ScalePath;
+template <> struct ScalePath<float> { using type = scaled_paths::Single; };
+template <> struct ScalePath<double> { using type = scaled_paths::Double; };
+
+template <class V, class M> inline V scale_lanes(V r, M m) { return scaled_paths::apply(typename ScalePath<M>::type{m}, r); }
+inline uint16x8_t scale_lanes(uint16x8_t r, float m) {
     Wide<uint32x4_t> w = widen(r);
     return narrow(scale_lanes(w.lo, m), scale_lanes(w.hi, m));
 }
@@ -178,11 +181,10 @@ ZelkStatus scaled_array(const T* a, const T* b, T* d, int len, double scale) {
         const int k = std::min(-n, int(8 * sizeof(P)));
         binary_loop(a, b, d, len, [k](auto x, auto y) { return sat_shl(Op::sat(x, y), k); }, one);
     } else {
-        const auto mv = dup(m);
         binary_loop(a, b, d, len,
-                    [mv](auto x, auto y) {
+                    [m](auto x, auto y) {
                         auto r = Op::wide(x, y);
-                        return narrow(scale_lanes(r.lo, mv), scale_lanes(r.hi, mv));
+                        return narrow(scale_lanes(r.lo, m), scale_lanes(r.hi, m));
                     },
                     one);
     }
@@ -231,31 +233,18 @@ inline int64_t add64_one(int64_t x, int64_t y, int n) {
     const __int128 r = __int128(x) + y;
     if (n <= 0) return saturate<int64_t>(r * (__int128(1) << std::min(-n, 63)));
     using U = unsigned __int128;
-    const U mag = r < 0 ? U(-r) : U(r);
-    U q = mag >> n;
-    const U f = mag - (q << n), half = U(1) << (n - 1);
-    q += (f > half || (f == half && (q & 1))) ? 1 : 0;
+    const U q = round_shift_right_even(r < 0 ? U(-r) : U(r), n);
     return int64_t(r < 0 ? -__int128(q) : __int128(q));
 }
 
 // The same for 1 <= n <= 64 on lanes. The sign of r is the sign of the saturating sum and |r|
 // the wrapped sum, negated where r < 0; r = -2^64 (both -2^63) wraps to 0 and takes 2^64 - 1
 // instead, which rounds to -2^63 (n = 1) .. -1 (n = 64) just as 2^64 does.
-struct Round64 {
-    int64x2_t right;  // -n: vshlq shifts right by n, to 0 at n = 64
-    uint64x2_t low;   // 2^n - 1
-    uint64x2_t half;  // 2^(n-1)
-};
-
-inline int64x2_t add64_lanes(int64x2_t x, int64x2_t y, const Round64& c) {
+inline int64x2_t add64_lanes(int64x2_t x, int64x2_t y, int n) {
     uint64x2_t neg = vreinterpretq_u64_s64(vshrq_n_s64(vqaddq_s64(x, y), 63));
     uint64x2_t w = vreinterpretq_u64_s64(vaddq_s64(x, y));
     uint64x2_t mag = vqaddq_u64(veorq_u64(w, neg), vshrq_n_u64(neg, 63));
-    uint64x2_t q = vshlq_u64(mag, c.right);
-    uint64x2_t f = vandq_u64(mag, c.low);
-    uint64x2_t odd = vtstq_u64(q, vdupq_n_u64(1));
-    uint64x2_t up = vorrq_u64(vcgtq_u64(f, c.half), vandq_u64(vceqq_u64(f, c.half), odd));
-    q = vsubq_u64(q, up);  // up is all ones: q + 1
+    uint64x2_t q = scaled_paths::round_shift_right_even(mag, n);
     return vreinterpretq_s64_u64(vsubq_u64(veorq_u64(q, neg), neg));
 }
 
@@ -272,8 +261,7 @@ ZelkStatus add64_scaled(const int64_t* a, const int64_t* b, int64_t* d, int len,
         const int k = std::min(-n, 64);
         binary_loop(a, b, d, len, [k](auto x, auto y) { return sat_shl(sat_add(x, y), k); }, one);
     } else {
-        const Round64 c{vdupq_n_s64(-n), vdupq_n_u64(~0ull >> (64 - n)), vdupq_n_u64(1ull << (n - 1))};
-        binary_loop(a, b, d, len, [c](auto x, auto y) { return add64_lanes(x, y, c); }, one);
+        binary_loop(a, b, d, len, [n](auto x, auto y) { return add64_lanes(x, y, n); }, one);
     }
     return ZELK_STS_NO_ERR;
 }

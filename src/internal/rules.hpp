@@ -106,6 +106,13 @@ inline ZelkStatus check_scale(double scale, int& n) {
     return ZELK_STS_NO_ERR;
 }
 
+// RoundNearestEven(mag / 2^n) of an unsigned integer, exactly, for 1 <= n < the bits of U: the
+// scale rule on integers too wide for a floating product.
+template <class U> U round_shift_right_even(U mag, int n) {
+    const U q = mag >> n, f = mag & ((U(1) << n) - 1), half = U(1) << (n - 1);
+    return q + ((f > half || (f == half && (q & 1))) ? 1 : 0);
+}
+
 // The element of the scale rule for an exact r held in F: Saturate(RoundNearestEven(r * 2^-n)).
 template <class T, class F> T scaled(F r, F multiplier) {
     return saturate<T>(round_nearest_even(r * multiplier));

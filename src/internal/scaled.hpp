@@ -60,15 +60,19 @@ inline int32x4_t apply(SingleAfterDouble s, int32x4_t p) {
     return vcvtnq_s32_f32(all);
 }
 
-inline int64x2_t apply(Exact e, int64x2_t p) {
-    const uint64x2_t mag = vreinterpretq_u64_s64(vabsq_s64(p));
-    uint64x2_t q = vshlq_u64(mag, vdupq_n_s64(-e.n));
-    const uint64x2_t f = vandq_u64(mag, vdupq_n_u64((uint64_t(1) << e.n) - 1));
-    const uint64x2_t half = vdupq_n_u64(uint64_t(1) << (e.n - 1));
+// RoundNearestEven(mag / 2^n) on 64-bit lanes, 1 <= n <= 64 (the quotient is 0 at n = 64).
+inline uint64x2_t round_shift_right_even(uint64x2_t mag, int n) {
+    const uint64x2_t q = vshlq_u64(mag, vdupq_n_s64(-n));
+    const uint64x2_t f = vandq_u64(mag, vdupq_n_u64(~uint64_t(0) >> (64 - n)));
+    const uint64x2_t half = vdupq_n_u64(uint64_t(1) << (n - 1));
     const uint64x2_t up = vorrq_u64(vcgtq_u64(f, half),
                                     vandq_u64(vceqq_u64(f, half), vtstq_u64(q, vdupq_n_u64(1))));
-    q = vsubq_u64(q, up);  // up is all ones where q gains 1
-    const int64x2_t r = vreinterpretq_s64_u64(q);
+    return vsubq_u64(q, up);  // up is all ones where q gains 1
+}
+
+inline int64x2_t apply(Exact e, int64x2_t p) {
+    const uint64x2_t mag = vreinterpretq_u64_s64(vabsq_s64(p));
+    const int64x2_t r = vreinterpretq_s64_u64(round_shift_right_even(mag, e.n));
     return vbslq_s64(vcltzq_s64(p), vnegq_s64(r), r);
 }
 inline int64x2_t apply(Zero, int64x2_t) { return vdupq_n_s64(0); }
@@ -94,11 +98,8 @@ template <class D, class W> D one(SingleAfterDouble s, W p) {
 }
 template <class D> D one(Exact e, int64_t p) {
     const uint64_t mag = p < 0 ? uint64_t(0) - uint64_t(p) : uint64_t(p);
-    uint64_t q = mag >> e.n;
-    const uint64_t f = mag & ((uint64_t(1) << e.n) - 1), half = uint64_t(1) << (e.n - 1);
-    if (f > half || (f == half && (q & 1))) ++q;
-    const int64_t r = p < 0 ? -int64_t(q) : int64_t(q);
-    return saturate<D>(r);
+    const uint64_t q = zelk::round_shift_right_even(mag, e.n);
+    return saturate<D>(p < 0 ? -int64_t(q) : int64_t(q));
 }
 template <class D, class W> D one(Zero, W) { return D(0); }
 
