@@ -35,10 +35,13 @@ test-asan: build-asan
 
 test: test-native test-aarch64 test-asan
 
+# The benchmarks build into the native and AArch64 trees; results land in build/bench/.
 bench: deps
-	@cmake -S . -B build-bench -G Ninja -DZELK_BENCH=ON -DZELK_TESTS=OFF >/dev/null
-	@cmake --build build-bench
+	@cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=Release -DZELK_BENCH=ON >/dev/null
+	@cmake --build build
+	@cmake -S . -B build-aarch64 -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/aarch64-linux-gnu.cmake -DZELK_BENCH=ON >/dev/null
+	@cmake --build build-aarch64
 	@scripts/bench.sh
 
 clean:
-	rm -rf build build-aarch64 build-asan build-bench
+	rm -rf build build-aarch64 build-asan

@@ -46,6 +46,42 @@ int main(void) {
         printf("  (%g,%g) (%g,%g) (%g,%g)\n", d[0].re, d[0].im, d[1].re, d[1].im, d[2].re, d[2].im);
     }
 
+    printf("\nScaled 16-bit sums: (a + b) / 4 rounded to nearest even, saturated:\n");
+    {
+        Zelk16s a[6] = {1, 2, 5, 6, 32767, -32768}, b[6] = {1, 0, 5, 4, 32767, -32768}, s[6];
+        print_16s("a", a, 6);
+        print_16s("b", b, 6);
+        show_status("ZELKS_Add_16s_S(a, b, s, 6, 4.0)", ZELKS_Add_16s_S(a, b, s, 6, 4.0));
+        print_16s("s", s, 6);
+    }
+
+    printf("\nComplex products, and division with a zero divisor element:\n");
+    {
+        Zelk32fc x[2] = {{1, 2}, {0, 1}}, y[2] = {{3, -1}, {0, 1}}, p[2];
+        Zelk16s num[4] = {7, 5, -5, 9}, den[4] = {2, 2, 0, 0}, q[4];
+        show_status("ZELKS_Mul_32fc", ZELKS_Mul_32fc(x, y, p, 2));
+        printf("  (1+2i)(3-i) = %g%+gi, i*i = %g%+gi\n", p[0].re, p[0].im, p[1].re, p[1].im);
+        show_status("ZELKS_Div_16s_S(den, num, q, 4, 1)", ZELKS_Div_16s_S(den, num, q, 4, 1.0));
+        print_16s("num/den", q, 4);
+    }
+
+    printf("\nConversions with a rounding mode (0 toward zero, 1 nearest even, 2 nearest away):\n");
+    {
+        Zelk32f f[5] = {2.5f, -2.5f, 3.5f, 1e9f, 65520.0f};
+        Zelk16s r[5];
+        Zelk16f h[5];
+        int mode;
+        for (mode = 0; mode <= 2; ++mode) {
+            ZelkStatus st = ZELKS_Convert_32f16s_S(f, r, 5, mode, 1.0);
+            printf("  32f -> 16s, mode %d: %d %d %d %d %d  (status %d)\n", mode, r[0], r[1], r[2], r[3], r[4], (int)st);
+        }
+        show_status("ZELKS_Convert_32f16s_S, mode 3", ZELKS_Convert_32f16s_S(f, r, 5, 3, 1.0));
+        ZELKS_Convert_32f16f(f, h, 5, 1);
+        printf("  32f -> 16f (nearest): 65520 becomes 0x%04x (infinity); toward zero: ", h[4]);
+        ZELKS_Convert_32f16f(f, h, 5, 0);
+        printf("0x%04x (65504)\n", h[4]);
+    }
+
     printf("\nArguments are checked before anything is written:\n");
     {
         Zelk32f x[4] = {1, 2, 3, 4};

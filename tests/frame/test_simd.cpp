@@ -1,5 +1,6 @@
 // The portability layer: on AArch64 these expectations hold for the hardware's NEON; on x86-64
 // the same expectations hold the SIMDe shims to it, so both builds give the same bits.
+#include <array>
 #include <cfenv>
 
 #include "internal/rules.hpp"
@@ -158,6 +159,115 @@ TEST(Simd, HalfPrecisionBothDirections) {
             ASSERT_EQ(f32_to_f16_ref(got[j]), want) << std::hex << in[j];
         }
     }
+}
+
+// ---- Widening, long products and saturating narrowing, lane by lane against the scalar rule.
+
+template <class T, size_t N = 16 / sizeof(T)> using Lanes = std::array<T, N>;
+
+template <class T, class V> Lanes<T, sizeof(V) / sizeof(T)> lanes_of(V v) {
+    Lanes<T, sizeof(V) / sizeof(T)> a;
+    std::memcpy(a.data(), &v, sizeof v);
+    return a;
+}
+template <class V, class T, size_t N> V vec_of(const Lanes<T, N>& a) {
+    V v;
+    std::memcpy(&v, a.data(), sizeof v);
+    return v;
+}
+template <class T> Lanes<T> random_lanes(zt::Rng& rng) {
+    Lanes<T> a;
+    for (auto& x : a) x = rng.any<T>();
+    return a;
+}
+
+// Checks f on 2000 random pairs of 16-byte inputs of element type A: got(a, b) lanes == want(a, b).
+template <class A, class R, class F, class Want>
+void expect_pairs(const char* what, F f, Want want) {
+    zt::Rng rng(what);
+    for (int k = 0; k < 2000; ++k) {
+        const Lanes<A> a = random_lanes<A>(rng), b = random_lanes<A>(rng);
+        const auto got = lanes_of<R>(f(a, b));
+        const auto exp = want(a, b);
+        ASSERT_EQ(std::vector<R>(got.begin(), got.end()), std::vector<R>(exp.begin(), exp.end())) << what;
+    }
+}
+
+template <class W, class A, size_t N> Lanes<W, N / 2> widened(const Lanes<A, N>& a, size_t from) {
+    Lanes<W, N / 2> r;
+    for (size_t i = 0; i < N / 2; ++i) r[i] = W(a[from + i]);
+    return r;
+}
+
+TEST(Simd, WideningLikeNeon) {
+    using L16s = Lanes<int16_t>;
+    using L16u = Lanes<uint16_t>;
+    using L32s = Lanes<int32_t>;
+    auto v16s = [](const L16s& a) { return vec_of<int16x8_t>(a); };
+    auto v16u = [](const L16u& a) { return vec_of<uint16x8_t>(a); };
+    auto v32s = [](const L32s& a) { return vec_of<int32x4_t>(a); };
+    expect_pairs<int16_t, int32_t>("vmovl_s16", [&](auto a, auto) { return vmovl_s16(vget_low_s16(v16s(a))); },
+                                   [](auto a, auto) { return widened<int32_t>(a, 0); });
+    expect_pairs<int16_t, int32_t>("vmovl_high_s16", [&](auto a, auto) { return vmovl_high_s16(v16s(a)); },
+                                   [](auto a, auto) { return widened<int32_t>(a, 4); });
+    expect_pairs<uint16_t, uint32_t>("vmovl_high_u16", [&](auto a, auto) { return vmovl_high_u16(v16u(a)); },
+                                     [](auto a, auto) { return widened<uint32_t>(a, 4); });
+    expect_pairs<uint8_t, uint16_t>("vmovl_u8", [](auto a, auto) { return vmovl_u8(vget_low_u8(vec_of<uint8x16_t>(a))); },
+                                    [](auto a, auto) { return widened<uint16_t>(a, 0); });
+    expect_pairs<int8_t, int16_t>("vmovl_high_s8", [](auto a, auto) { return vmovl_high_s8(vec_of<int8x16_t>(a)); },
+                                  [](auto a, auto) { return widened<int16_t>(a, 8); });
+    expect_pairs<int32_t, int64_t>("vmovl_high_s32", [&](auto a, auto) { return vmovl_high_s32(v32s(a)); },
+                                   [](auto a, auto) { return widened<int64_t>(a, 2); });
+    expect_pairs<uint32_t, uint64_t>("vmovl_u32", [](auto a, auto) { return vmovl_u32(vget_low_u32(vec_of<uint32x4_t>(a))); },
+                                     [](auto a, auto) { return widened<uint64_t>(a, 0); });
+    expect_pairs<int16_t, int32_t>("vsubl_high_s16", [&](auto a, auto b) { return vsubl_high_s16(v16s(a), v16s(b)); },
+        [](auto a, auto b) { Lanes<int32_t, 4> r; for (size_t i = 0; i < 4; ++i) r[i] = a[4 + i] - b[4 + i]; return r; });
+    expect_pairs<uint8_t, uint16_t>("vaddl_high_u8", [](auto a, auto b) { return vaddl_high_u8(vec_of<uint8x16_t>(a), vec_of<uint8x16_t>(b)); },
+        [](auto a, auto b) { Lanes<uint16_t, 8> r; for (size_t i = 0; i < 8; ++i) r[i] = uint16_t(a[8 + i] + b[8 + i]); return r; });
+    expect_pairs<int16_t, int32_t>("vmull_s16", [&](auto a, auto b) { return vmull_s16(vget_low_s16(v16s(a)), vget_low_s16(v16s(b))); },
+        [](auto a, auto b) { Lanes<int32_t, 4> r; for (size_t i = 0; i < 4; ++i) r[i] = int32_t(a[i]) * b[i]; return r; });
+    expect_pairs<int32_t, int64_t>("vmull_high_s32", [&](auto a, auto b) { return vmull_high_s32(v32s(a), v32s(b)); },
+        [](auto a, auto b) { Lanes<int64_t, 2> r; for (size_t i = 0; i < 2; ++i) r[i] = int64_t(a[2 + i]) * b[2 + i]; return r; });
+    expect_pairs<uint8_t, uint16_t>("vmull_high_u8", [](auto a, auto b) { return vmull_high_u8(vec_of<uint8x16_t>(a), vec_of<uint8x16_t>(b)); },
+        [](auto a, auto b) { Lanes<uint16_t, 8> r; for (size_t i = 0; i < 8; ++i) r[i] = uint16_t(a[8 + i] * b[8 + i]); return r; });
+}
+
+template <class N, class A, size_t K> Lanes<N, K> narrowed(const Lanes<A, K>& a) {
+    Lanes<N, K> r;
+    for (size_t i = 0; i < K; ++i) r[i] = zelk::saturate<N>(a[i]);
+    return r;
+}
+
+TEST(Simd, SaturatingNarrowingLikeNeon) {
+    auto pair = [](auto lo, auto hi) {  // the high-half forms: first operand's lanes, then the narrowed ones
+        std::array<typename decltype(lo)::value_type, lo.size() * 2> r;
+        std::copy(lo.begin(), lo.end(), r.begin());
+        std::copy(hi.begin(), hi.end(), r.begin() + lo.size());
+        return r;
+    };
+    expect_pairs<int32_t, int16_t>("vqmovn_s32", [](auto a, auto) { return vqmovn_s32(vec_of<int32x4_t>(a)); },
+                                   [](auto a, auto) { return narrowed<int16_t>(a); });
+    expect_pairs<uint32_t, uint16_t>("vqmovn_u32", [](auto a, auto) { return vqmovn_u32(vec_of<uint32x4_t>(a)); },
+                                     [](auto a, auto) { return narrowed<uint16_t>(a); });
+    expect_pairs<int32_t, uint16_t>("vqmovun_s32", [](auto a, auto) { return vqmovun_s32(vec_of<int32x4_t>(a)); },
+                                    [](auto a, auto) { return narrowed<uint16_t>(a); });
+    expect_pairs<uint16_t, uint8_t>("vqmovn_u16", [](auto a, auto) { return vqmovn_u16(vec_of<uint16x8_t>(a)); },
+                                    [](auto a, auto) { return narrowed<uint8_t>(a); });
+    expect_pairs<int16_t, int8_t>("vqmovn_s16", [](auto a, auto) { return vqmovn_s16(vec_of<int16x8_t>(a)); },
+                                  [](auto a, auto) { return narrowed<int8_t>(a); });
+    expect_pairs<int64_t, int32_t>("vqmovn_s64", [](auto a, auto) { return vqmovn_s64(vec_of<int64x2_t>(a)); },
+                                   [](auto a, auto) { return narrowed<int32_t>(a); });
+    expect_pairs<uint64_t, uint32_t>("vqmovn_u64", [](auto a, auto) { return vqmovn_u64(vec_of<uint64x2_t>(a)); },
+                                     [](auto a, auto) { return narrowed<uint32_t>(a); });
+    expect_pairs<int32_t, int16_t>("vqmovn_high_s32",
+        [](auto a, auto b) { return vqmovn_high_s32(vqmovn_s32(vec_of<int32x4_t>(a)), vec_of<int32x4_t>(b)); },
+        [&](auto a, auto b) { return pair(narrowed<int16_t>(a), narrowed<int16_t>(b)); });
+    expect_pairs<uint32_t, uint16_t>("vqmovn_high_u32",
+        [](auto a, auto b) { return vqmovn_high_u32(vqmovn_u32(vec_of<uint32x4_t>(a)), vec_of<uint32x4_t>(b)); },
+        [&](auto a, auto b) { return pair(narrowed<uint16_t>(a), narrowed<uint16_t>(b)); });
+    expect_pairs<int64_t, int32_t>("vqmovn_high_s64",
+        [](auto a, auto b) { return vqmovn_high_s64(vqmovn_s64(vec_of<int64x2_t>(a)), vec_of<int64x2_t>(b)); },
+        [&](auto a, auto b) { return pair(narrowed<int32_t>(a), narrowed<int32_t>(b)); });
 }
 
 }  // namespace
