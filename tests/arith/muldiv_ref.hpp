@@ -238,16 +238,4 @@ void check_c(const char* name, ZelkStatus (*f)(const S*, V, D*, int), std::type_
     }
 }
 
-// Golden hashes of floating output map every NaN to one pattern: the payload of a NaN made
-// from two NaN operands is left open, and x86 and Arm choose differently.
-template <class T> uint64_t hash_canonical(const T* p, size_t n) {
-    using S = zt::scalar_t<T>;
-    const S* s = zt::scalars(p);
-    std::vector<S> v(s, s + n * zt::parts<T>::count);
-    if constexpr (std::is_floating_point_v<S>)
-        for (S& x : v)
-            if (std::isnan(x)) x = std::numeric_limits<S>::quiet_NaN();
-    return zt::hash_bytes(v.data(), v.size() * sizeof(S));
-}
-
 }  // namespace md

@@ -363,41 +363,18 @@ TEST(Div, GoldenOutput) {
     {"ZELKS_DivCRev_32f", 0xdfd9cb14529987ebull},
     {"ZELKS_DivCRev_16u", 0xb43ed3eb2f443e76ull},
     };
-    constexpr int kLen = 1013;
-    auto bin = [](const char* name, auto f, auto ta, auto tb, auto td, auto... scale) {
-        using A = decltype(ta);
-        using B = decltype(tb);
-        using D = decltype(td);
-        zt::Rng rng(name);
-        Guarded<A> a(kLen);
-        Guarded<B> b(kLen);
-        Guarded<D> d(kLen);
-        zt::fill_any(rng, a.data(), kLen);
-        zt::fill_any(rng, b.data(), kLen);
-        uint64_t h = 0;
-        if constexpr (sizeof...(scale) == 0) {
-            f(a.data(), b.data(), d.data(), kLen);
-            h = hash_canonical(d.data(), kLen);
-        } else {
-            for (double s : {scale...}) {
-                f(a.data(), b.data(), d.data(), kLen, s);
-                h ^= hash_canonical(d.data(), kLen) * 31;
-            }
-        }
-        zt::expect_golden(name, h, kGolden);
-    };
     const double s1 = 1, s2 = 0x1p-3, s3 = 0x1p5;
-    bin("ZELKS_Div_32f", ZELKS_Div_32f, Zelk32f{}, Zelk32f{}, Zelk32f{});
-    bin("ZELKS_Div_32fc", ZELKS_Div_32fc, Zelk32fc{}, Zelk32fc{}, Zelk32fc{});
-    bin("ZELKS_Div_64fc", ZELKS_Div_64fc, Zelk64fc{}, Zelk64fc{}, Zelk64fc{});
-    bin("ZELKS_Div_8u_S", ZELKS_Div_8u_S, Zelk8u{}, Zelk8u{}, Zelk8u{}, s1, s2, s3);
-    bin("ZELKS_Div_16s_S", ZELKS_Div_16s_S, Zelk16s{}, Zelk16s{}, Zelk16s{}, s1, s2, s3);
-    bin("ZELKS_Div_32s16s_S", ZELKS_Div_32s16s_S, Zelk16s{}, Zelk32s{}, Zelk16s{}, s1, s2, s3);
-    bin("ZELKS_Div_16sc_S", ZELKS_Div_16sc_S, Zelk16sc{}, Zelk16sc{}, Zelk16sc{}, s1, s2, s3);
+    zt::expect_golden_binary("ZELKS_Div_32f", ZELKS_Div_32f, kGolden);
+    zt::expect_golden_binary("ZELKS_Div_32fc", ZELKS_Div_32fc, kGolden);
+    zt::expect_golden_binary("ZELKS_Div_64fc", ZELKS_Div_64fc, kGolden);
+    zt::expect_golden_binary("ZELKS_Div_8u_S", ZELKS_Div_8u_S, kGolden, {s1, s2, s3});
+    zt::expect_golden_binary("ZELKS_Div_16s_S", ZELKS_Div_16s_S, kGolden, {s1, s2, s3});
+    zt::expect_golden_binary("ZELKS_Div_32s16s_S", ZELKS_Div_32s16s_S, kGolden, {s1, s2, s3});
+    zt::expect_golden_binary("ZELKS_Div_16sc_S", ZELKS_Div_16sc_S, kGolden, {s1, s2, s3});
     auto rev = [](const Zelk32f* a, const Zelk32f*, Zelk32f* d, int len) { return ZELKS_DivCRev_32f(a, 2.5f, d, len); };
-    bin("ZELKS_DivCRev_32f", rev, Zelk32f{}, Zelk32f{}, Zelk32f{});
+    zt::expect_golden_binary("ZELKS_DivCRev_32f", +rev, kGolden);
     auto rev16 = [](const Zelk16u* a, const Zelk16u*, Zelk16u* d, int len) { return ZELKS_DivCRev_16u(a, 40000, d, len); };
-    bin("ZELKS_DivCRev_16u", rev16, Zelk16u{}, Zelk16u{}, Zelk16u{});
+    zt::expect_golden_binary("ZELKS_DivCRev_16u", +rev16, kGolden);
 }
 
 }  // namespace

@@ -361,41 +361,18 @@ TEST(Mul, GoldenOutput) {
     {"ZELKS_Mul_16sc_S", 0xb8b5667908c76122ull},
     {"ZELKS_Mul_32sc_S", 0x55b8737336be0414ull},
     };
-    constexpr int kLen = 1013;
-    auto bin = [](const char* name, auto f, auto ta, auto tb, auto td, auto... scale) {
-        using A = decltype(ta);
-        using B = decltype(tb);
-        using D = decltype(td);
-        zt::Rng rng(name);
-        Guarded<A> a(kLen);
-        Guarded<B> b(kLen);
-        Guarded<D> d(kLen);
-        zt::fill_any(rng, a.data(), kLen);
-        zt::fill_any(rng, b.data(), kLen);
-        uint64_t h = 0;
-        if constexpr (sizeof...(scale) == 0) {
-            f(a.data(), b.data(), d.data(), kLen);
-            h = hash_canonical(d.data(), kLen);
-        } else {
-            for (double s : {scale...}) {
-                f(a.data(), b.data(), d.data(), kLen, s);
-                h ^= hash_canonical(d.data(), kLen) * 31;
-            }
-        }
-        zt::expect_golden(name, h, kGolden);
-    };
     const double s1 = 1, s2 = 0x1p-3, s3 = 0x1p5, s4 = 0x1p12, s5 = 0x1p30;
-    bin("ZELKS_Mul_16s", ZELKS_Mul_16s, Zelk16s{}, Zelk16s{}, Zelk16s{});
-    bin("ZELKS_Mul_32fc", ZELKS_Mul_32fc, Zelk32fc{}, Zelk32fc{}, Zelk32fc{});
-    bin("ZELKS_Mul_64fc", ZELKS_Mul_64fc, Zelk64fc{}, Zelk64fc{}, Zelk64fc{});
-    bin("ZELKS_Mul_16s32f", ZELKS_Mul_16s32f, Zelk16s{}, Zelk16s{}, Zelk32f{});
-    bin("ZELKS_Mul_8u_S", ZELKS_Mul_8u_S, Zelk8u{}, Zelk8u{}, Zelk8u{}, s1, s2, s3, s4);
-    bin("ZELKS_Mul_16u_S", ZELKS_Mul_16u_S, Zelk16u{}, Zelk16u{}, Zelk16u{}, s1, s2, s3, s4);
-    bin("ZELKS_Mul_16s_S", ZELKS_Mul_16s_S, Zelk16s{}, Zelk16s{}, Zelk16s{}, s1, s2, s3, s4);
-    bin("ZELKS_Mul_32s_S", ZELKS_Mul_32s_S, Zelk32s{}, Zelk32s{}, Zelk32s{}, s1, s2, s4, s5);
-    bin("ZELKS_Mul_16u16s_S", ZELKS_Mul_16u16s_S, Zelk16u{}, Zelk16s{}, Zelk16s{}, s1, s2, s3, s4);
-    bin("ZELKS_Mul_16sc_S", ZELKS_Mul_16sc_S, Zelk16sc{}, Zelk16sc{}, Zelk16sc{}, s1, s2, s3, s4);
-    bin("ZELKS_Mul_32sc_S", ZELKS_Mul_32sc_S, Zelk32sc{}, Zelk32sc{}, Zelk32sc{}, s1, s2, s4, s5);
+    zt::expect_golden_binary("ZELKS_Mul_16s", ZELKS_Mul_16s, kGolden);
+    zt::expect_golden_binary("ZELKS_Mul_32fc", ZELKS_Mul_32fc, kGolden);
+    zt::expect_golden_binary("ZELKS_Mul_64fc", ZELKS_Mul_64fc, kGolden);
+    zt::expect_golden_binary("ZELKS_Mul_16s32f", ZELKS_Mul_16s32f, kGolden);
+    zt::expect_golden_binary("ZELKS_Mul_8u_S", ZELKS_Mul_8u_S, kGolden, {s1, s2, s3, s4});
+    zt::expect_golden_binary("ZELKS_Mul_16u_S", ZELKS_Mul_16u_S, kGolden, {s1, s2, s3, s4});
+    zt::expect_golden_binary("ZELKS_Mul_16s_S", ZELKS_Mul_16s_S, kGolden, {s1, s2, s3, s4});
+    zt::expect_golden_binary("ZELKS_Mul_32s_S", ZELKS_Mul_32s_S, kGolden, {s1, s2, s4, s5});
+    zt::expect_golden_binary("ZELKS_Mul_16u16s_S", ZELKS_Mul_16u16s_S, kGolden, {s1, s2, s3, s4});
+    zt::expect_golden_binary("ZELKS_Mul_16sc_S", ZELKS_Mul_16sc_S, kGolden, {s1, s2, s3, s4});
+    zt::expect_golden_binary("ZELKS_Mul_32sc_S", ZELKS_Mul_32sc_S, kGolden, {s1, s2, s4, s5});
 }
 
 }  // namespace
