@@ -480,6 +480,126 @@ ZelkStatus ZELKS_Convert_64f8u_S(const Zelk64f *src, Zelk8u *dst, int len, int r
 ZelkStatus ZELKS_Convert_64f16u_S(const Zelk64f *src, Zelk16u *dst, int len, int rndMode, double scale);
 ZelkStatus ZELKS_Convert_16f16s_S(const Zelk16f *src, Zelk16s *dst, int len, int rndMode, double scale);
 
+/* ---- Sums and moments ------------------------------------------------------------------ */
+
+/* Floating sums add in a fixed order: the bulk in vector lanes starting at +0 (element i in
+ * lane i mod L), the lanes combined, then the tail in index order.
+ *   Sum_32f, hint 1: 4 f32 lanes, blocks of 4, (l0 + l1) + (l2 + l3).
+ *   Sum_32f, other hint: 2 f64 lanes, blocks of 4, l0 + l1, rounded to f32 once at the end.
+ *   Sum_32fc: the same per component, blocks of 4 complex elements.
+ *   Sum_64f: 2 lanes, blocks of 2. Sum_64fc: blocks of 8, lane 0 = ((c0 + c1) + l0) + (c4 + c5),
+ *   lane 1 = ((c2 + c3) + l1) + (c6 + c7), per component.
+ * Integer sums are exact in 64 bits, then times 2^-n (n from scale), rounded to nearest even and
+ * saturated. */
+ZelkStatus ZELKS_Sum_32f(const Zelk32f *src, int len, Zelk32f *sum, int hint);
+ZelkStatus ZELKS_Sum_32fc(const Zelk32fc *src, int len, Zelk32fc *sum, int hint);
+ZelkStatus ZELKS_Sum_64f(const Zelk64f *src, int len, Zelk64f *sum);
+ZelkStatus ZELKS_Sum_64fc(const Zelk64fc *src, int len, Zelk64fc *sum);
+ZelkStatus ZELKS_Sum_16s_S(const Zelk16s *src, int len, Zelk16s *sum, double scale);
+ZelkStatus ZELKS_Sum_32s_S(const Zelk32s *src, int len, Zelk32s *sum, double scale);
+ZelkStatus ZELKS_Sum_16s32s_S(const Zelk16s *src, int len, Zelk32s *sum, double scale);
+ZelkStatus ZELKS_Sum_16sc_S(const Zelk16sc *src, int len, Zelk16sc *sum, double scale);
+ZelkStatus ZELKS_Sum_16sc32sc_S(const Zelk16sc *src, int len, Zelk32sc *sum, double scale);
+
+/* Mean, hint 1: every element divided by (float)len, then summed as Sum with hint 1. Other
+ * hints: the double sum divided by len, rounded once. 64f: Sum / len. Integer: the exact sum
+ * times 2^-n, divided by len, rounded to nearest even and saturated. Mean_16sc_S does not
+ * check its scale: whatever frexp makes of it gives n (a zero scale acts as 1, -4 as 4). */
+ZelkStatus ZELKS_Mean_32f(const Zelk32f *src, int len, Zelk32f *mean, int hint);
+ZelkStatus ZELKS_Mean_32fc(const Zelk32fc *src, int len, Zelk32fc *mean, int hint);
+ZelkStatus ZELKS_Mean_64f(const Zelk64f *src, int len, Zelk64f *mean);
+ZelkStatus ZELKS_Mean_64fc(const Zelk64fc *src, int len, Zelk64fc *mean);
+ZelkStatus ZELKS_Mean_16s_S(const Zelk16s *src, int len, Zelk16s *mean, double scale);
+ZelkStatus ZELKS_Mean_32s_S(const Zelk32s *src, int len, Zelk32s *mean, double scale);
+ZelkStatus ZELKS_Mean_16sc_S(const Zelk16sc *src, int len, Zelk16sc *mean, double scale);
+
+/* Sample standard deviation (divisor len - 1, len >= 2) around the mean of the matching Mean
+ * (32f: the stored, rounded mean), squared deviations added by fused multiply-add in double.
+ * A NaN or infinite mean gives stdDev 0. Integer members scale mean and stdDev at the end. */
+ZelkStatus ZELKS_MeanStdDev_32f(const Zelk32f *src, int len, Zelk32f *mean, Zelk32f *stdDev, int hint);
+ZelkStatus ZELKS_MeanStdDev_64f(const Zelk64f *src, int len, Zelk64f *mean, Zelk64f *stdDev);
+ZelkStatus ZELKS_MeanStdDev_16s_S(const Zelk16s *src, int len, Zelk16s *mean, Zelk16s *stdDev, double scale);
+ZelkStatus ZELKS_MeanStdDev_16s32s_S(const Zelk16s *src, int len, Zelk32s *mean, Zelk32s *stdDev, double scale);
+ZelkStatus ZELKS_StdDev_32f(const Zelk32f *src, int len, Zelk32f *stdDev, int hint);
+ZelkStatus ZELKS_StdDev_64f(const Zelk64f *src, int len, Zelk64f *stdDev);
+ZelkStatus ZELKS_StdDev_16s_S(const Zelk16s *src, int len, Zelk16s *stdDev, double scale);
+ZelkStatus ZELKS_StdDev_16s32s_S(const Zelk16s *src, int len, Zelk32s *stdDev, double scale);
+
+/* Sum of natural logarithms by a 256-entry table, in index order. A zero element adds -inf and
+ * a negative one NaN; the last such element decides the status (ZELK_STS_LN_ZERO_WARN or
+ * ZELK_STS_LN_NEG_WARN), and the sum is always stored. SumLn_32f64f works at the resolution of
+ * the table and allocates a buffer (ZELK_STS_NULL_PTR_ERR if it cannot). */
+ZelkStatus ZELKS_SumLn_32f(const Zelk32f *src, int len, Zelk32f *sum);
+ZelkStatus ZELKS_SumLn_64f(const Zelk64f *src, int len, Zelk64f *sum);
+ZelkStatus ZELKS_SumLn_32f64f(const Zelk32f *src, int len, Zelk64f *sum);
+ZelkStatus ZELKS_SumLn_16s32f(const Zelk16s *src, int len, Zelk32f *sum);
+
+/* ---- Extrema ------------------------------------------------------------------------------ */
+
+/* Floating members: whole blocks (8 in 32f, 4 in 64f; MaxEvery/MinEvery 4 and 2) go through a
+ * maximum where NaN wins and +0 counts above -0; the elements behind the last whole block go
+ * through a plain > or <, where NaN loses. Index forms give the lowest index of the value, found
+ * in the first block that beat the running value strictly. Integer members are exact; Abs
+ * members use the saturated magnitude (|-32768| = 32767). MinAbs starts from the type's largest
+ * value. */
+ZelkStatus ZELKS_Max_16s(const Zelk16s *src, int len, Zelk16s *max);
+ZelkStatus ZELKS_Max_32s(const Zelk32s *src, int len, Zelk32s *max);
+ZelkStatus ZELKS_Max_32f(const Zelk32f *src, int len, Zelk32f *max);
+ZelkStatus ZELKS_Max_64f(const Zelk64f *src, int len, Zelk64f *max);
+ZelkStatus ZELKS_Min_16s(const Zelk16s *src, int len, Zelk16s *min);
+ZelkStatus ZELKS_Min_32s(const Zelk32s *src, int len, Zelk32s *min);
+ZelkStatus ZELKS_Min_32f(const Zelk32f *src, int len, Zelk32f *min);
+ZelkStatus ZELKS_Min_64f(const Zelk64f *src, int len, Zelk64f *min);
+ZelkStatus ZELKS_MaxAbs_16s(const Zelk16s *src, int len, Zelk16s *max);
+ZelkStatus ZELKS_MaxAbs_32s(const Zelk32s *src, int len, Zelk32s *max);
+ZelkStatus ZELKS_MaxAbs_32f(const Zelk32f *src, int len, Zelk32f *max);
+ZelkStatus ZELKS_MaxAbs_64f(const Zelk64f *src, int len, Zelk64f *max);
+ZelkStatus ZELKS_MinAbs_16s(const Zelk16s *src, int len, Zelk16s *min);
+ZelkStatus ZELKS_MinAbs_32s(const Zelk32s *src, int len, Zelk32s *min);
+ZelkStatus ZELKS_MinAbs_32f(const Zelk32f *src, int len, Zelk32f *min);
+ZelkStatus ZELKS_MinAbs_64f(const Zelk64f *src, int len, Zelk64f *min);
+ZelkStatus ZELKS_MaxIndx_16s(const Zelk16s *src, int len, Zelk16s *max, int *indx);
+ZelkStatus ZELKS_MaxIndx_32s(const Zelk32s *src, int len, Zelk32s *max, int *indx);
+ZelkStatus ZELKS_MaxIndx_32f(const Zelk32f *src, int len, Zelk32f *max, int *indx);
+ZelkStatus ZELKS_MaxIndx_64f(const Zelk64f *src, int len, Zelk64f *max, int *indx);
+ZelkStatus ZELKS_MinIndx_16s(const Zelk16s *src, int len, Zelk16s *min, int *indx);
+ZelkStatus ZELKS_MinIndx_32s(const Zelk32s *src, int len, Zelk32s *min, int *indx);
+ZelkStatus ZELKS_MinIndx_32f(const Zelk32f *src, int len, Zelk32f *min, int *indx);
+ZelkStatus ZELKS_MinIndx_64f(const Zelk64f *src, int len, Zelk64f *min, int *indx);
+ZelkStatus ZELKS_MaxAbsIndx_16s(const Zelk16s *src, int len, Zelk16s *max, int *indx);
+ZelkStatus ZELKS_MaxAbsIndx_32s(const Zelk32s *src, int len, Zelk32s *max, int *indx);
+ZelkStatus ZELKS_MinAbsIndx_16s(const Zelk16s *src, int len, Zelk16s *min, int *indx);
+ZelkStatus ZELKS_MinAbsIndx_32s(const Zelk32s *src, int len, Zelk32s *min, int *indx);
+ZelkStatus ZELKS_MinMax_8u(const Zelk8u *src, int len, Zelk8u *min, Zelk8u *max);
+ZelkStatus ZELKS_MinMax_16u(const Zelk16u *src, int len, Zelk16u *min, Zelk16u *max);
+ZelkStatus ZELKS_MinMax_16s(const Zelk16s *src, int len, Zelk16s *min, Zelk16s *max);
+ZelkStatus ZELKS_MinMax_32u(const Zelk32u *src, int len, Zelk32u *min, Zelk32u *max);
+ZelkStatus ZELKS_MinMax_32s(const Zelk32s *src, int len, Zelk32s *min, Zelk32s *max);
+ZelkStatus ZELKS_MinMax_32f(const Zelk32f *src, int len, Zelk32f *min, Zelk32f *max);
+ZelkStatus ZELKS_MinMax_64f(const Zelk64f *src, int len, Zelk64f *min, Zelk64f *max);
+ZelkStatus ZELKS_MinMaxIndx_8u(const Zelk8u *src, int len, Zelk8u *min, int *minIndx, Zelk8u *max, int *maxIndx);
+ZelkStatus ZELKS_MinMaxIndx_16u(const Zelk16u *src, int len, Zelk16u *min, int *minIndx, Zelk16u *max, int *maxIndx);
+ZelkStatus ZELKS_MinMaxIndx_16s(const Zelk16s *src, int len, Zelk16s *min, int *minIndx, Zelk16s *max, int *maxIndx);
+ZelkStatus ZELKS_MinMaxIndx_32u(const Zelk32u *src, int len, Zelk32u *min, int *minIndx, Zelk32u *max, int *maxIndx);
+ZelkStatus ZELKS_MinMaxIndx_32s(const Zelk32s *src, int len, Zelk32s *min, int *minIndx, Zelk32s *max, int *maxIndx);
+ZelkStatus ZELKS_MinMaxIndx_32f(const Zelk32f *src, int len, Zelk32f *min, int *minIndx, Zelk32f *max, int *maxIndx);
+ZelkStatus ZELKS_MinMaxIndx_64f(const Zelk64f *src, int len, Zelk64f *min, int *minIndx, Zelk64f *max, int *maxIndx);
+
+/* Element-wise maximum and minimum of two vectors. In the tail dst[i] is src1[i] if src2[i] <=
+ * src1[i] (>= for MinEvery), else src2[i]. */
+ZelkStatus ZELKS_MaxEvery_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_MaxEvery_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int len);
+ZelkStatus ZELKS_MinEvery_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_MinEvery_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int len);
+ZelkStatus ZELKS_MaxEvery_16s_I(const Zelk16s *src, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_MaxEvery_32s_I(const Zelk32s *src, Zelk32s *srcDst, int len);
+ZelkStatus ZELKS_MaxEvery_32f_I(const Zelk32f *src, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_MaxEvery_64f_I(const Zelk64f *src, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_MinEvery_16s_I(const Zelk16s *src, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_MinEvery_32s_I(const Zelk32s *src, Zelk32s *srcDst, int len);
+ZelkStatus ZELKS_MinEvery_32f_I(const Zelk32f *src, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_MinEvery_64f_I(const Zelk64f *src, Zelk64f *srcDst, int len);
+
 #if defined(ZELK_BUILDING) && defined(__GNUC__)
 #pragma GCC visibility pop
 #endif

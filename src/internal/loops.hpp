@@ -44,4 +44,21 @@ inline void map_vectors(const T* a, const T* b, T* d, F f) {
     for (int u = 0; u < U; ++u) simd::store(d + u * L, v[u]);
 }
 
+// A reduction in a fixed order. The bulk, whole blocks of `Block` elements from the start, is
+// folded into `state` by block(state, p), `Unroll` blocks to a turn of the loop; finish(state)
+// then gives the running value, and the tail is folded into it by step(value, element), one
+// element at a time in index order. A len below the block has an empty bulk.
+template <int Block, int Unroll = 1, class T, class State, class BlockF, class FinishF, class StepF>
+inline auto reduce(const T* p, int len, State state, BlockF block, FinishF finish, StepF step) {
+    const int blocks = len / Block;
+    for (int n = blocks / Unroll; n > 0; --n, p += Unroll * Block) {
+#pragma GCC unroll 16
+        for (int u = 0; u < Unroll; ++u) block(state, p + u * Block);
+    }
+    for (int n = blocks % Unroll; n > 0; --n, p += Block) block(state, p);
+    auto value = finish(state);
+    for (int i = 0; i < len % Block; ++i) value = step(value, p[i]);
+    return value;
+}
+
 }  // namespace zelk

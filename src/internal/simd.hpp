@@ -359,6 +359,55 @@ inline float32x4_t vrecpsq_f32(float32x4_t a, float32x4_t b) {
     return vld1q_f32(x);
 }
 
+// ---- Shims for the extrema families.
+
+// FMAX/FMIN: a NaN in either operand gives NaN, and +0 counts above -0. SIMDe gives the second
+// operand where the two compare equal, so max(+0, -0) comes out -0 there; and its across-lane
+// forms pass NaN over. Equal operands are merged bitwise instead (AND keeps +0 for the maximum,
+// OR keeps -0 for the minimum), and a NaN operand makes the lane a + b, which is NaN.
+namespace zelk_shim {
+inline __m128 fmax(__m128 a, __m128 b) {
+    const __m128 r = _mm_blendv_ps(_mm_max_ps(a, b), _mm_and_ps(a, b), _mm_cmpeq_ps(a, b));
+    return _mm_blendv_ps(r, _mm_add_ps(a, b), _mm_cmpunord_ps(a, b));
+}
+inline __m128 fmin(__m128 a, __m128 b) {
+    const __m128 r = _mm_blendv_ps(_mm_min_ps(a, b), _mm_or_ps(a, b), _mm_cmpeq_ps(a, b));
+    return _mm_blendv_ps(r, _mm_add_ps(a, b), _mm_cmpunord_ps(a, b));
+}
+inline __m128d fmax(__m128d a, __m128d b) {
+    const __m128d r = _mm_blendv_pd(_mm_max_pd(a, b), _mm_and_pd(a, b), _mm_cmpeq_pd(a, b));
+    return _mm_blendv_pd(r, _mm_add_pd(a, b), _mm_cmpunord_pd(a, b));
+}
+inline __m128d fmin(__m128d a, __m128d b) {
+    const __m128d r = _mm_blendv_pd(_mm_min_pd(a, b), _mm_or_pd(a, b), _mm_cmpeq_pd(a, b));
+    return _mm_blendv_pd(r, _mm_add_pd(a, b), _mm_cmpunord_pd(a, b));
+}
+// Across the lanes: halves, then quarters.
+template <class Op> inline float across(__m128 a, Op op) {
+    a = op(a, _mm_movehl_ps(a, a));
+    return _mm_cvtss_f32(op(a, _mm_shuffle_ps(a, a, 1)));
+}
+template <class Op> inline double across(__m128d a, Op op) {
+    return _mm_cvtsd_f64(op(a, _mm_unpackhi_pd(a, a)));
+}
+}  // namespace zelk_shim
+#undef vmaxq_f32
+#undef vminq_f32
+#undef vmaxq_f64
+#undef vminq_f64
+#undef vmaxvq_f32
+#undef vminvq_f32
+#undef vmaxvq_f64
+#undef vminvq_f64
+inline float32x4_t vmaxq_f32(float32x4_t a, float32x4_t b) { return (float32x4_t)zelk_shim::fmax((__m128)a, (__m128)b); }
+inline float32x4_t vminq_f32(float32x4_t a, float32x4_t b) { return (float32x4_t)zelk_shim::fmin((__m128)a, (__m128)b); }
+inline float64x2_t vmaxq_f64(float64x2_t a, float64x2_t b) { return (float64x2_t)zelk_shim::fmax((__m128d)a, (__m128d)b); }
+inline float64x2_t vminq_f64(float64x2_t a, float64x2_t b) { return (float64x2_t)zelk_shim::fmin((__m128d)a, (__m128d)b); }
+inline float vmaxvq_f32(float32x4_t a) { return zelk_shim::across((__m128)a, [](__m128 x, __m128 y) { return zelk_shim::fmax(x, y); }); }
+inline float vminvq_f32(float32x4_t a) { return zelk_shim::across((__m128)a, [](__m128 x, __m128 y) { return zelk_shim::fmin(x, y); }); }
+inline double vmaxvq_f64(float64x2_t a) { return zelk_shim::across((__m128d)a, [](__m128d x, __m128d y) { return zelk_shim::fmax(x, y); }); }
+inline double vminvq_f64(float64x2_t a) { return zelk_shim::across((__m128d)a, [](__m128d x, __m128d y) { return zelk_shim::fmin(x, y); }); }
+
 // ---- Shims for the conversion families.
 
 // SIMDe's versions of these differ from NEON (signed zeros and signalling NaNs in max/min,

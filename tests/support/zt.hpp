@@ -12,7 +12,9 @@
 #include <functional>
 #include <limits>
 #include <string>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "zelk_signal.h"
@@ -169,7 +171,8 @@ struct CheckCase {
     int pointers;              // number of pointer arguments the call takes
     Call call;
     ZelkStatus bad_status = 0; // status of the bad own argument; 0 when the family has none
-    int bad_len = 0;           // below this len the call is a size error (1 for most families)
+    int bad_len = 1;           // below this len the call is a size error
+    unsigned late = 0;         // bit k: pointer k is checked after the counts, not before
 };
 
 // Runs every failing combination and checks the status and that no buffer changed.
@@ -208,6 +211,31 @@ template <class T>
 CheckCase check_case(const char* name, ZelkStatus (*f)(T*, int, double)) {
     return {name, 1, [f](void** p, int n, bool bad) { return f((T*)p[0], n, bad ? -1.0 : 1.0); },
             ZELK_STS_SCALE_ERR};
+}
+// Reductions: f(src, len, outputs..., [hint or scale]). A trailing int is a selector that is
+// never refused; a trailing double is a scale.
+template <size_t I, class... A> constexpr int pointers_before() {
+    constexpr bool is_pointer[] = {std::is_pointer_v<A>..., false};
+    int n = 0;
+    for (size_t j = 0; j < I; ++j) n += is_pointer[j];
+    return n;
+}
+template <size_t I, class... A> auto reduction_arg(void** p, bool bad) {
+    using T = std::tuple_element_t<I, std::tuple<A...>>;
+    if constexpr (std::is_pointer_v<T>) return static_cast<T>(p[1 + pointers_before<I, A...>()]);
+    else if constexpr (std::is_same_v<T, double>) return bad ? -1.0 : 1.0;
+    else return T(1);
+}
+template <class S, class... A>
+CheckCase check_case(const char* name, ZelkStatus (*f)(const S*, int, A...)) {
+    constexpr bool scaled = (std::is_same_v<A, double> || ...);
+    return {name, 1 + pointers_before<sizeof...(A), A...>(),
+            [f](void** p, int n, bool bad) {
+                return [&]<size_t... I>(std::index_sequence<I...>) {
+                    return f((const S*)p[0], n, reduction_arg<I, A...>(p, bad)...);
+                }(std::index_sequence_for<A...>{});
+            },
+            scaled ? ZELK_STS_SCALE_ERR : 0};
 }
 #define ZT_CASE(f) ::zt::check_case(#f, f)
 
