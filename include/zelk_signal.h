@@ -449,7 +449,7 @@ ZelkStatus ZELKS_Convert_32f16f(const Zelk32f *src, Zelk16f *dst, int len, int r
 
 /* Scaled: src times 2^-n (n from scale) in single (32f, 16s32f, 32s32f) or double precision,
  * then, for integer destinations, rounded to nearest even and saturated; NaN gives 0.
- * A zero source stays 0 even where 2^-n overflows the working precision. */
+ * Where 2^-n overflows the working precision, a zero source gives NaN (0 * inf). */
 ZelkStatus ZELKS_Convert_16s32f_S(const Zelk16s *src, Zelk32f *dst, int len, double scale);
 ZelkStatus ZELKS_Convert_32s32f_S(const Zelk32s *src, Zelk32f *dst, int len, double scale);
 ZelkStatus ZELKS_Convert_16s64f_S(const Zelk16s *src, Zelk64f *dst, int len, double scale);

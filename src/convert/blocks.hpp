@@ -368,23 +368,10 @@ ZELK_INLINE void transform_padded(const S* src, D* dst, int len, Block block) {
 
 // ---- Scaled members.
 
-// How the multiplier enters: not at all when the scale acts as 1; as a plain product; or,
-// for an infinite multiplier into a floating destination, as a product that keeps a zero
-// source 0 (0 * inf would be NaN) while every other value goes to +-inf.
-enum Mul { kNoMul, kMul, kMulKeepZero };
-
-ZELK_INLINE F32 mul_keep_zero(const F32& x, const F32& p) {
-    F32 r;
-    ZELK_UNROLL
-    for (int k = 0; k < 4; ++k) r.v[k] = vbslq_f32(vceqq_f32(x.v[k], vdupq_n_f32(0.0f)), x.v[k], p.v[k]);
-    return r;
-}
-ZELK_INLINE F64 mul_keep_zero(const F64& x, const F64& p) {
-    F64 r;
-    ZELK_UNROLL
-    for (int k = 0; k < 8; ++k) r.v[k] = vbslq_f64(vceqq_f64(x.v[k], vdupq_n_f64(0.0)), x.v[k], p.v[k]);
-    return r;
-}
+// How the multiplier enters: not at all when the scale acts as 1, else as a plain product. An
+// infinite multiplier makes a zero source NaN (0 * inf), which an integer destination stores as
+// 0 and a floating one as NaN.
+enum Mul { kNoMul, kMul };
 
 // Element i of a scaled member: x = src[i] in the working precision F, times m, rounded by
 // the floating unit to F. An integer destination takes x rounded by Mode and saturated (NaN
@@ -395,14 +382,12 @@ struct Scaled {
     template <class S> ZELK_INLINE void operator()(const S* s, D* d) const {
         auto x = widen<F>(load16(s));
         if constexpr (How == kMul) x = mul(x, m);
-        if constexpr (How == kMulKeepZero) x = mul_keep_zero(x, mul(x, m));
         if constexpr (std::is_floating_point_v<D>) store16(d, x);
         else store16(d, round_to_int<Mode>(x));
     }
     template <class S> ZELK_INLINE D operator()(S s) const {
         F x = F(value(s));
         if constexpr (How == kMul) x = x * m;
-        if constexpr (How == kMulKeepZero) x = x == 0 ? x : x * m;
         if constexpr (std::is_floating_point_v<D>) return x;
         else return to_dest<D>(round_by_mode(x, Mode));
     }
@@ -417,8 +402,6 @@ ZELK_INLINE void with_kernel(int mode, int n, Run run) {
     auto go = [&](auto mode_c) {
         constexpr int M = decltype(mode_c)::value;
         if (n == 0) return run(Scaled<D, F, M, kNoMul>{m});
-        if constexpr (std::is_floating_point_v<D>)
-            if (std::isinf(m)) return run(Scaled<D, F, M, kMulKeepZero>{m});
         run(Scaled<D, F, M, kMul>{m});
     };
     if constexpr (AnyMode) {

@@ -18,11 +18,8 @@ inline int scale_exp(double scale) {
     return (e > 0 || m == 0.5) ? e - 1 : e;
 }
 
-// x times 2^-n in F; a zero stays zero even when the multiplier overflows F.
-template <class F> F times_m(F x, double scale) {
-    const F m = F(std::pow(2.0, -scale_exp(scale)));
-    return (x == 0 && std::isinf(m)) ? x : x * m;
-}
+// x times 2^-n in F; where the multiplier overflows F, a zero gives NaN (0 * inf).
+template <class F> F times_m(F x, double scale) { return x * F(std::pow(2.0, -scale_exp(scale))); }
 
 inline double round_even(double x) {
     if (std::fabs(x - std::trunc(x)) == 0.5) return 2.0 * std::round(x / 2.0);
