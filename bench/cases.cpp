@@ -116,6 +116,27 @@ std::vector<Function> make_functions() {
             {"ZELK", [](int n) { ZELKS_Flip_32f(fa(), fc(), n); }},
             {"scalar", [](int n) { peer::flip_32f(fa(), fc(), n); }},
         }},
+        // Reductions: one result from n elements (written to c). The fast path adds in four single
+        // lanes; VOLK's accumulator adds in single precision too, the loop left to right.
+        {"Sum_32f", Data::f32, 4, {
+            {"ZELK", [](int n) { ZELKS_Sum_32f(fa(), n, fc(), 1); }},
+            {"VOLK", [](int n) { volk_32f_accumulator_s32f(fc(), fa(), u(n)); }},
+            {"scalar", [](int n) { *fc() = peer::sum_32f(fa(), n); }},
+        }},
+        // The other hint: two double lanes, rounded once; the loop adds in double too.
+        {"Sum_32f_hint0", Data::f32, 4, {
+            {"ZELK", [](int n) { ZELKS_Sum_32f(fa(), n, fc(), 0); }},
+            {"scalar", [](int n) { *fc() = peer::sum_32f_f64(fa(), n); }},
+        }},
+        {"MinMax_32f", Data::f32, 4, {
+            {"ZELK", [](int n) { ZELKS_MinMax_32f(fa(), n, fc(), fc() + 1); }},
+            {"scalar", [](int n) { peer::min_max_32f(fa(), n, fc(), fc() + 1); }},
+        }},
+        {"MaxIndx_32f", Data::f32, 4, {
+            {"ZELK", [](int n) { ZELKS_MaxIndx_32f(fa(), n, fc(), reinterpret_cast<int*>(fc() + 1)); }},
+            {"VOLK", [](int n) { volk_32f_index_max_32u(reinterpret_cast<uint32_t*>(fc() + 1), fa(), u(n)); }},
+            {"scalar", [](int n) { *reinterpret_cast<int*>(fc() + 1) = peer::max_index_32f(fa(), n, fc()); }},
+        }},
     };
     return f;
 }

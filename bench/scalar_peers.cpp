@@ -77,4 +77,31 @@ void flip_32f(const float* a, float* c, int n) {
     for (int i = 0; i < n; ++i) c[n - 1 - i] = a[i];
 }
 
+float sum_32f(const float* a, int n) {
+    float s = 0;
+    for (int i = 0; i < n; ++i) s += a[i];
+    return s;
+}
+float sum_32f_f64(const float* a, int n) {
+    double s = 0;
+    for (int i = 0; i < n; ++i) s += a[i];
+    return float(s);
+}
+void min_max_32f(const float* a, int n, float* lo, float* hi) {
+    float l = a[0], h = a[0];
+    for (int i = 1; i < n; ++i) {
+        l = a[i] < l ? a[i] : l;
+        h = a[i] > h ? a[i] : h;
+    }
+    *lo = l, *hi = h;
+}
+int max_index_32f(const float* a, int n, float* m) {
+    float v = a[0];
+    int k = 0;
+    for (int i = 1; i < n; ++i)
+        if (a[i] > v) v = a[i], k = i;
+    *m = v;
+    return k;
+}
+
 }  // namespace peer

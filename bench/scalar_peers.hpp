@@ -20,4 +20,8 @@ void move_32f(const float* a, float* c, int n);
 void set_32f(float v, float* c, int n);
 void abs_32f(const float* a, float* c, int n);
 void flip_32f(const float* a, float* c, int n);
+float sum_32f(const float* a, int n);          // left to right in single precision
+float sum_32f_f64(const float* a, int n);      // left to right in double, rounded once
+void min_max_32f(const float* a, int n, float* lo, float* hi);
+int max_index_32f(const float* a, int n, float* m);  // first index of the largest value
 }  // namespace peer

@@ -82,6 +82,30 @@ int main(void) {
         printf("0x%04x (65504)\n", h[4]);
     }
 
+    printf("\nStatistics of a noisy tone (summation order fixed, so every build gives these bits):\n");
+    {
+        Zelk32f x[1000], h[1000], sum1, sum0, mean, sd, mx;
+        Zelk16s pcm[1000], mean16, sd16;
+        int i, at;
+        for (i = 0; i < 1000; ++i) {
+            x[i] = (Zelk32f)(1000.0 + 0.5 * ((i * 7919) % 1000) / 1000.0 - (i % 7) * 0.125);
+            pcm[i] = (Zelk16s)((i * 7919) % 20001 - 10000);
+            h[i] = 1.0f / (Zelk32f)(i + 1);
+        }
+        ZELKS_Sum_32f(h, 1000, &sum1, 1);
+        ZELKS_Sum_32f(h, 1000, &sum0, 0);
+        printf("  Sum_32f of 1/1 .. 1/1000: %.9g in single lanes (hint 1), %.9g in double (other hints)\n", sum1, sum0);
+        show_status("ZELKS_MeanStdDev_32f", ZELKS_MeanStdDev_32f(x, 1000, &mean, &sd, 0));
+        printf("  mean %.9g, sample standard deviation %.9g\n", mean, sd);
+        ZELKS_MaxIndx_32f(x, 1000, &mx, &at);
+        printf("  largest %.9g, first at index %d\n", mx, at);
+        ZELKS_MeanStdDev_16s_S(pcm, 1000, &mean16, &sd16, 4.0);
+        printf("  16-bit samples, scale 4: mean/4 = %d, deviation/4 = %d\n", mean16, sd16);
+        x[3] = 0.0f;
+        show_status("ZELKS_SumLn_32f with a zero", ZELKS_SumLn_32f(x, 1000, &sum1));
+        printf("  sum of logarithms = %g\n", sum1);
+    }
+
     printf("\nArguments are checked before anything is written:\n");
     {
         Zelk32f x[4] = {1, 2, 3, 4};

@@ -364,7 +364,8 @@ inline float32x4_t vrecpsq_f32(float32x4_t a, float32x4_t b) {
 // FMAX/FMIN: a NaN in either operand gives NaN, and +0 counts above -0. SIMDe gives the second
 // operand where the two compare equal, so max(+0, -0) comes out -0 there; and its across-lane
 // forms pass NaN over. Equal operands are merged bitwise instead (AND keeps +0 for the maximum,
-// OR keeps -0 for the minimum), and a NaN operand makes the lane a + b, which is NaN.
+// OR keeps -0 for the minimum), and a NaN operand makes the lane a + b, which is NaN. The
+// extrema tests hold them to the rule on both builds.
 namespace zelk_shim {
 inline __m128 fmax(__m128 a, __m128 b) {
     const __m128 r = _mm_blendv_ps(_mm_max_ps(a, b), _mm_and_ps(a, b), _mm_cmpeq_ps(a, b));

@@ -270,46 +270,4 @@ TEST(Simd, SaturatingNarrowingLikeNeon) {
         [&](auto a, auto b) { return pair(narrowed<int32_t>(a), narrowed<int32_t>(b)); });
 }
 
-// FMAX/FMIN and their across-lane forms: NaN wins, +0 counts above -0. Every ordered pair of
-// special values meets in every lane.
-template <class T> T fmax_ref(T a, T b) {
-    if (std::isnan(a) || std::isnan(b)) return std::numeric_limits<T>::quiet_NaN();
-    if (a == b) return std::signbit(a) ? b : a;
-    return a > b ? a : b;
-}
-template <class T> T fmin_ref(T a, T b) {
-    if (std::isnan(a) || std::isnan(b)) return std::numeric_limits<T>::quiet_NaN();
-    if (a == b) return std::signbit(a) ? a : b;
-    return a < b ? a : b;
-}
-
-template <class T, class V, class Max, class Min, class MaxV, class MinV>
-void expect_extrema(Max vmax, Min vmin, MaxV vmaxv, MinV vminv) {
-    constexpr size_t L = 16 / sizeof(T);
-    const std::vector<T> s = zt::special_values<T>();
-    for (size_t i = 0; i < s.size(); ++i) {
-        for (size_t j = 0; j < s.size(); ++j) {
-            Lanes<T, L> a, b;
-            for (size_t k = 0; k < L; ++k) a[k] = s[(i + k) % s.size()], b[k] = s[(j + k * 3) % s.size()];
-            const auto mx = lanes_of<T>(vmax(vec_of<V>(a), vec_of<V>(b)));
-            const auto mn = lanes_of<T>(vmin(vec_of<V>(a), vec_of<V>(b)));
-            T across_max = a[0], across_min = a[0];
-            for (size_t k = 0; k < L; ++k) {
-                ASSERT_TRUE(zt::same(mx[k], fmax_ref(a[k], b[k]), true)) << zt::show(a[k]) << " max " << zt::show(b[k]);
-                ASSERT_TRUE(zt::same(mn[k], fmin_ref(a[k], b[k]), true)) << zt::show(a[k]) << " min " << zt::show(b[k]);
-                across_max = fmax_ref(across_max, a[k]), across_min = fmin_ref(across_min, a[k]);
-            }
-            ASSERT_TRUE(zt::same(T(vmaxv(vec_of<V>(a))), across_max, true)) << "across max from " << zt::show(a[0]);
-            ASSERT_TRUE(zt::same(T(vminv(vec_of<V>(a))), across_min, true)) << "across min from " << zt::show(a[0]);
-        }
-    }
-}
-
-TEST(Simd, MaximumAndMinimumLikeNeon) {
-    expect_extrema<float, float32x4_t>([](auto a, auto b) { return vmaxq_f32(a, b); }, [](auto a, auto b) { return vminq_f32(a, b); },
-                                       [](auto a) { return vmaxvq_f32(a); }, [](auto a) { return vminvq_f32(a); });
-    expect_extrema<double, float64x2_t>([](auto a, auto b) { return vmaxq_f64(a, b); }, [](auto a, auto b) { return vminq_f64(a, b); },
-                                        [](auto a) { return vmaxvq_f64(a); }, [](auto a) { return vminvq_f64(a); });
-}
-
 }  // namespace

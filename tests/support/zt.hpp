@@ -14,7 +14,6 @@
 #include <string>
 #include <tuple>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 #include "zelk_signal.h"
@@ -214,28 +213,20 @@ CheckCase check_case(const char* name, ZelkStatus (*f)(T*, int, double)) {
 }
 // Reductions: f(src, len, outputs..., [hint or scale]). A trailing int is a selector that is
 // never refused; a trailing double is a scale.
-template <size_t I, class... A> constexpr int pointers_before() {
-    constexpr bool is_pointer[] = {std::is_pointer_v<A>..., false};
-    int n = 0;
-    for (size_t j = 0; j < I; ++j) n += is_pointer[j];
-    return n;
-}
-template <size_t I, class... A> auto reduction_arg(void** p, bool bad) {
-    using T = std::tuple_element_t<I, std::tuple<A...>>;
-    if constexpr (std::is_pointer_v<T>) return static_cast<T>(p[1 + pointers_before<I, A...>()]);
-    else if constexpr (std::is_same_v<T, double>) return bad ? -1.0 : 1.0;
-    else return T(1);
+template <class A> A reduction_arg(void** p, int& next_pointer, bool bad) {
+    if constexpr (std::is_pointer_v<A>) return static_cast<A>(p[next_pointer++]);
+    else if constexpr (std::is_same_v<A, double>) return bad ? -1.0 : 1.0;
+    else return A(1);
 }
 template <class S, class... A>
 CheckCase check_case(const char* name, ZelkStatus (*f)(const S*, int, A...)) {
-    constexpr bool scaled = (std::is_same_v<A, double> || ...);
-    return {name, 1 + pointers_before<sizeof...(A), A...>(),
+    return {name, 1 + (int(std::is_pointer_v<A>) + ... + 0),
             [f](void** p, int n, bool bad) {
-                return [&]<size_t... I>(std::index_sequence<I...>) {
-                    return f((const S*)p[0], n, reduction_arg<I, A...>(p, bad)...);
-                }(std::index_sequence_for<A...>{});
+                int k = 1;
+                const std::tuple<A...> args{reduction_arg<A>(p, k, bad)...};  // in order: a braced list
+                return std::apply([&](A... a) { return f(static_cast<const S*>(p[0]), n, a...); }, args);
             },
-            scaled ? ZELK_STS_SCALE_ERR : 0};
+            (std::is_same_v<A, double> || ...) ? ZELK_STS_SCALE_ERR : 0};
 }
 #define ZT_CASE(f) ::zt::check_case(#f, f)
 
