@@ -1,7 +1,9 @@
 #include "scalar_peers.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 
 namespace peer {
 
@@ -76,5 +78,10 @@ void abs_32f(const float* a, float* c, int n) {
 void flip_32f(const float* a, float* c, int n) {
     for (int i = 0; i < n; ++i) c[n - 1 - i] = a[i];
 }
+
+void sort_32f(float* a, int n) { std::sort(a, a + n); }
+void sort_32s(int32_t* a, int n) { std::sort(a, a + n); }
+void sort_64u(uint64_t* a, int n) { std::sort(a, a + n); }
+void top_k_32f(float* a, int n, int k) { std::partial_sort(a, a + std::min(k, n), a + n, std::greater<float>()); }
 
 }  // namespace peer

@@ -20,4 +20,9 @@ void move_32f(const float* a, float* c, int n);
 void set_32f(float v, float* c, int n);
 void abs_32f(const float* a, float* c, int n);
 void flip_32f(const float* a, float* c, int n);
+// The C++ library's sorts, compiled the same way.
+void sort_32f(float* a, int n);
+void sort_32s(int32_t* a, int n);
+void sort_64u(uint64_t* a, int n);
+void top_k_32f(float* a, int n, int k);  // the k largest first, descending: std::partial_sort
 }  // namespace peer

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
+#include <functional>
 #include <utility>
 
 #include "sort/sorting.hpp"
@@ -167,6 +168,68 @@ size_t narrow(const U* keys, const int32_t* idx, U* out_keys, int32_t* out_idx, 
     return n;
 }
 
+// ---- Radix, large sources: a sampled cut instead of counting every element.
+
+// About 2048 evenly spaced keys set a cut that an expected 4 K' + 8 n / 2048 elements reach,
+// far more than K' at any chance worth planning for. 0 when no cut would thin the source.
+template <class T> uint32_t sampled_cut(const Source& s, size_t want, uint32_t* scratch) {
+    constexpr size_t kSample = 2048;
+    if (s.n < 16 * kSample) return 0;
+    size_t m = 0;
+    for (size_t i = 0; i < s.n; i += s.n / kSample) {
+        const T x = load_at<T>(s.base, i, s.stride);
+        if (x == x) scratch[m++] = order_key(x);  // NaNs never take part
+    }
+    const size_t rank = 4 * want * m / s.n + 8;
+    if (4 * rank >= m) return 0;
+    std::nth_element(scratch, scratch + rank, scratch + m, std::greater<uint32_t>());
+    return scratch[rank];
+}
+
+// Whether a block of four elements holds one that reaches the cut or one that is not finite.
+template <class T> inline bool may_keep(uint32x4_t b, uint32x4_t cut) {
+    const uint32x4_t sign = vdupq_n_u32(0x80000000u);
+    if constexpr (std::is_floating_point_v<T>) {
+        const uint32x4_t neg = vreinterpretq_u32_s32(vshrq_n_s32(vreinterpretq_s32_u32(b), 31));
+        const uint32x4_t exp = vdupq_n_u32(0x7F800000u);
+        const uint32x4_t keep = vcgeq_u32(veorq_u32(b, vorrq_u32(neg, sign)), cut);
+        return vmaxvq_u32(vorrq_u32(keep, vceqq_u32(vandq_u32(b, exp), exp))) != 0;
+    } else {
+        return vmaxvq_u32(vcgeq_u32(veorq_u32(b, sign), cut)) != 0;
+    }
+}
+
+// One pass over the source that keeps, in order, the elements whose key reaches the cut, and
+// drops NaNs and repeated infinities as the gather does. Returns how many were kept.
+template <class T> size_t keep_from_cut(Source& s, uint32_t cut, uint32_t* keys, int32_t* idx) {
+    size_t m = 0, dropped = 0;
+    bool inf_seen[2] = {};
+    auto one = [&](size_t i) {
+        const T x = load_at<T>(s.base, i, s.stride);
+        if constexpr (std::is_floating_point_v<T>) {
+            if (non_finite(x) && (std::isnan(x) || std::exchange(inf_seen[x < 0], true))) {
+                ++dropped;
+                return;
+            }
+        }
+        const uint32_t k = order_key(x);
+        if (k < cut) return;
+        keys[m] = k;
+        idx[m++] = int32_t(i);
+    };
+    size_t i = 0;
+    if (s.stride == 4) {  // contiguous: four elements at a time, most of them passed over
+        const uint8_t* p = static_cast<const uint8_t*>(s.base);
+        const uint32x4_t c = vdupq_n_u32(cut);
+        for (; i + 4 <= s.n; i += 4)
+            if (may_keep<T>(vld1q_u32(reinterpret_cast<const uint32_t*>(p + 4 * i)), c))
+                for (size_t j = i; j < i + 4; ++j) one(j);
+    }
+    for (; i < s.n; ++i) one(i);
+    s.taken = s.n - dropped;
+    return m;
+}
+
 // ---- Output: the ordered elements, with the unread zeros among them when the walk stopped
 // before len elements (after the non-negative elements, before the negative ones).
 
@@ -230,15 +293,22 @@ ZelkStatus topk(const T* src, int srcIndex, int srcStride, int len, T* dstValue,
     U* keys = keys_out + ulen;
     int32_t* idx_out = words + 2 * ulen;
     int32_t* idx = words + 3 * ulen;
-    gather<T>(s, [&](size_t j, T x, int32_t i) { keys[j] = order_key(x); idx[j] = i; });
-    ordered = std::min(k, s.taken);
-    size_t m = s.taken;
     const bool prefilter = std::is_floating_point_v<T> || double(k) * 1.4 < double(n);
-    if (prefilter && ordered > 0) {
-        m = narrow<U>(keys, idx, keys_out, idx_out, m, ordered);
+    const uint32_t cut = prefilter ? sampled_cut<T>(s, k, keys) : 0;
+    size_t m = cut ? keep_from_cut<T>(s, cut, keys_out, idx_out) : 0;
+    ordered = std::min(k, s.taken);
+    if (cut && m >= ordered) {  // the cut lies below the K'-th largest: every candidate was kept
+        m = narrow<U>(keys_out, idx_out, keys_out, idx_out, m, ordered);
     } else {
-        std::copy(keys, keys + m, keys_out);
-        std::copy(idx, idx + m, idx_out);
+        gather<T>(s, [&](size_t j, T x, int32_t i) { keys[j] = order_key(x); idx[j] = i; });
+        ordered = std::min(k, s.taken);
+        m = s.taken;
+        if (prefilter && ordered > 0) {
+            m = narrow<U>(keys, idx, keys_out, idx_out, m, ordered);
+        } else {
+            std::copy(keys, keys + m, keys_out);
+            std::copy(idx, idx + m, idx_out);
+        }
     }
     // Stable descending sort of the survivors; the current arrays serve as work arrays.
     Histogram h[4];
