@@ -5,6 +5,7 @@
 #include <bit>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #include "internal/zelk.hpp"
 
@@ -105,13 +106,32 @@ using Histogram = uint32_t[256];
 
 template <class U> inline uint32_t digit(U k, int d) { return uint32_t(k >> (8 * d)) & 0xFF; }
 
+// Calls f(std::integral_constant<int, D>) for the D equal to d, so that each digit's loop has
+// its shift as a constant (one bit-field extract per element on AArch64).
+template <class U, class F> inline void with_digit(int d, F f) {
+    [&]<int... D>(std::integer_sequence<int, D...>) {
+        ((d == D ? f(std::integral_constant<int, D>{}) : void()), ...);
+    }(std::make_integer_sequence<int, kDigits<U>>{});
+}
+
+// f(i) for i = 0 .. n - 1, two to a loop turn: one exit test for each pair.
+template <class F> inline void each_in_pairs(size_t n, F f) {
+    size_t i = 0;
+    for (; i + 2 <= n; i += 2) {
+        f(i);
+        f(i + 1);
+    }
+    if (i < n) f(i);
+}
+
 // Histograms of every digit of n keys, in one sweep.
 template <class U, class Key> void count_digits(Histogram* h, size_t n, Key key) {
     std::memset(h, 0, sizeof(Histogram) * kDigits<U>);
-    for (size_t i = 0; i < n; ++i) {
+    each_in_pairs(n, [&](size_t i) {
         const U k = key(i);
+#pragma GCC unroll 8
         for (int d = 0; d < kDigits<U>; ++d) ++h[d][digit(k, d)];
-    }
+    });
 }
 
 // Turns counts into the first output position of each digit value. Ascending runs the digit
@@ -128,25 +148,46 @@ inline void run_starts(uint32_t* h, bool descend, uint32_t rotate = 0) {
 }
 
 // One stable pass of keys alone: each key goes to the next free position of its digit's run.
+// Two keys are loaded before either is stored (a load pair), then placed in order.
 template <class U> void scatter(const U* src, U* dst, size_t n, int d, uint32_t* pos) {
-    const int shift = 8 * d;
-    for (size_t i = 0; i < n; ++i) {
-        const U k = src[i];
-        dst[pos[uint32_t(k >> shift) & 0xFF]++] = k;
-    }
+    with_digit<U>(d, [&](auto D) {
+        const U* end = src + (n & ~size_t(1));
+        for (const U* p = src; p != end; p += 2) {
+            const U a = p[0], b = p[1];
+            dst[pos[digit(a, D)]++] = a;
+            dst[pos[digit(b, D)]++] = b;
+        }
+        if (n & 1) dst[pos[digit(src[n - 1], D)]++] = src[n - 1];
+    });
 }
 
 // One stable pass of keys and their indices. A null `idx` stands for 0, 1, 2, ...; a null
 // `keys_out` skips the keys (the last pass needs the indices only).
 template <class U> void scatter_indexed(const U* keys, const int32_t* idx, U* keys_out, int32_t* idx_out,
                                         size_t n, int d, uint32_t* pos) {
-    const int shift = 8 * d;
-    for (size_t i = 0; i < n; ++i) {
-        const U k = keys[i];
-        const uint32_t p = pos[uint32_t(k >> shift) & 0xFF]++;
-        if (keys_out) keys_out[p] = k;
-        idx_out[p] = idx ? idx[i] : int32_t(i);
-    }
+    auto pass = [&](auto D, auto with_idx, auto with_keys) {
+        auto place = [&](U k, int32_t i) {
+            const uint32_t p = pos[digit(k, D)]++;
+            if constexpr (with_keys) keys_out[p] = k;
+            idx_out[p] = i;
+        };
+        size_t i = 0;
+        for (; i + 2 <= n; i += 2) {
+            const U a = keys[i], b = keys[i + 1];
+            const int32_t ia = with_idx ? idx[i] : int32_t(i), ib = with_idx ? idx[i + 1] : int32_t(i + 1);
+            place(a, ia);
+            place(b, ib);
+        }
+        if (i < n) place(keys[i], with_idx ? idx[i] : int32_t(i));
+    };
+    using yes = std::true_type;
+    using no = std::false_type;
+    with_digit<U>(d, [&](auto D) {
+        if (idx && keys_out) pass(D, yes{}, yes{});
+        else if (idx) pass(D, yes{}, no{});
+        else if (keys_out) pass(D, no{}, yes{});
+        else pass(D, no{}, no{});
+    });
 }
 
 // Stable sort of n (key, index) pairs by key, ascending or descending, through every digit.
