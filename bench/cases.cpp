@@ -5,6 +5,8 @@
 
 #include "scalar_peers.hpp"
 #include "zelk_signal.h"
+#include <hwy/contrib/sort/vqsort.h>
+#include <hwy/targets.h>
 #include <liquid/liquid.h>
 #include <volk/volk.h>
 
@@ -27,6 +29,36 @@ lv_32fc_t* va() { return reinterpret_cast<lv_32fc_t*>(g_buf.a); }
 lv_32fc_t* vb() { return reinterpret_cast<lv_32fc_t*>(g_buf.b); }
 lv_32fc_t* vc() { return reinterpret_cast<lv_32fc_t*>(g_buf.c); }
 unsigned u(int n) { return unsigned(n); }
+
+// ---- Sorting and selection: sorts work in place on c, which `restore_c` refills from a.
+constexpr int kLargestSort = 1048576;
+constexpr int kTopK = 100;
+int32_t* ic() { return reinterpret_cast<int32_t*>(g_buf.c); }
+uint64_t* qc() { return reinterpret_cast<uint64_t*>(g_buf.c); }
+void restore_c(int n) { std::memcpy(g_buf.c, g_buf.a, 8 * size_t(n)); }
+
+// Highway keeps to 128-bit NEON on AArch64 as we do (qemu would offer it SVE).
+const hwy::Sorter& vqsort() {
+    static const hwy::Sorter* s = [] {
+#if defined(__aarch64__)
+        hwy::DisableTargets(HWY_SVE | HWY_SVE2 | HWY_SVE_256 | HWY_SVE2_128);
+#endif
+        return new hwy::Sorter();
+    }();
+    return *s;
+}
+
+// One scratch block for the largest job of each kind, made once.
+Zelk8u* radix_block() {
+    static Zelk8u* b = [] { Zelk8u* p = nullptr; ZELKS_SortRadixInit(kLargestSort, 15, &p); return p; }();
+    return b;
+}
+Zelk32f g_top_values[kTopK];
+int g_top_index[kTopK];
+Zelk8u* topk_block() {
+    static Zelk8u* b = [] { Zelk8u* p = nullptr; ZELKS_TopKInit_32f(kLargestSort, g_top_values, g_top_index, kTopK, 0, &p); return p; }();
+    return b;
+}
 
 std::vector<Function> make_functions() {
     const float k = 0.75f;
@@ -137,6 +169,28 @@ std::vector<Function> make_functions() {
             {"VOLK", [](int n) { volk_32f_index_max_32u(reinterpret_cast<uint32_t*>(fc() + 1), fa(), u(n)); }},
             {"scalar", [](int n) { *reinterpret_cast<int*>(fc() + 1) = peer::max_index_32f(fa(), n, fc()); }},
         }},
+        // Sorts of random keys in place; the keys are put back before each call, untimed.
+        {"SortRadixAscend_32f_I", Data::f32, 0, {
+            {"ZELK", [](int n) { ZELKS_SortRadixAscend_32f_I(fc(), n, radix_block()); }},
+            {"vqsort", [](int n) { vqsort()(fc(), size_t(n), hwy::SortAscending()); }},
+            {"std::sort", [](int n) { peer::sort_32f(fc(), n); }},
+        }, restore_c},
+        {"SortRadixAscend_64u_I", Data::bits, 0, {
+            {"ZELK", [](int n) { ZELKS_SortRadixAscend_64u_I(qc(), n, radix_block()); }},
+            {"vqsort", [](int n) { vqsort()(qc(), size_t(n), hwy::SortAscending()); }},
+            {"std::sort", [](int n) { peer::sort_64u(qc(), n); }},
+        }, restore_c},
+        {"SortAscend_32s_I", Data::bits, 0, {
+            {"ZELK", [](int n) { ZELKS_SortAscend_32s_I(ic(), n); }},
+            {"vqsort", [](int n) { vqsort()(ic(), size_t(n), hwy::SortAscending()); }},
+            {"std::sort", [](int n) { peer::sort_32s(ic(), n); }},
+        }, restore_c},
+        // The 100 largest, in descending order: ours reads a and also gives their indices;
+        // std::partial_sort reorders c in place, values only.
+        {"TopK_32f", Data::f32, 0, {
+            {"ZELK", [](int n) { ZELKS_TopK_32f(fa(), 0, 4, n, g_top_values, g_top_index, kTopK, 0, topk_block()); }},
+            {"std::partial_sort", [](int n) { peer::top_k_32f(fc(), n, kTopK); }},
+        }, restore_c},
     };
     return f;
 }
@@ -159,7 +213,10 @@ void prepare(Data data, size_t max_elems) {
     uint32_t s = 12345;
     auto next = [&s] { return s = s * 1664525u + 1013904223u; };
     for (uint8_t* p : {g_buf.a, g_buf.b}) {
-        if (data == Data::f32) {
+        if (data == Data::bits) {
+            auto* w = reinterpret_cast<uint32_t*>(p);
+            for (size_t i = 0; i < bytes / 4; ++i) w[i] = next() ^ (next() >> 16);
+        } else if (data == Data::f32) {
             auto* f = reinterpret_cast<float*>(p);
             for (size_t i = 0; i < bytes / 4; ++i) f[i] = float(int32_t(next() >> 8) - (1 << 23)) / 4096.0f;
         } else {

@@ -12,8 +12,8 @@
 namespace zb {
 
 // How the source buffers are filled: typical values, no NaNs or subnormals (which would measure
-// the floating unit's slow paths, not the code).
-enum class Data { f32, i16 };
+// the floating unit's slow paths, not the code); `bits`: random bit patterns, for integer keys.
+enum class Data { f32, i16, bits };
 
 struct Impl {
     std::string who;                  // "ZELK" for ours, else the peer's name
@@ -25,6 +25,10 @@ struct Function {
     Data data;
     double bytes_per_elem;            // bytes read plus written per element
     std::vector<Impl> impls;          // ours first
+    // For jobs that overwrite their input (sorts): puts the pristine input back before each
+    // call, outside the measure (the timer pauses; the counting driver runs it at the fill size
+    // in both runs, so it cancels out).
+    std::function<void(int n)> restore = nullptr;
 };
 
 // Three arrays a, b (sources) and c (destination) with room for `max_elems` elements of up to

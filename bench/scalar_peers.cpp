@@ -1,7 +1,9 @@
 #include "scalar_peers.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <functional>
 
 namespace peer {
 
@@ -103,5 +105,9 @@ int max_index_32f(const float* a, int n, float* m) {
     *m = v;
     return k;
 }
+void sort_32f(float* a, int n) { std::sort(a, a + n); }
+void sort_32s(int32_t* a, int n) { std::sort(a, a + n); }
+void sort_64u(uint64_t* a, int n) { std::sort(a, a + n); }
+void top_k_32f(float* a, int n, int k) { std::partial_sort(a, a + std::min(k, n), a + n, std::greater<float>()); }
 
 }  // namespace peer

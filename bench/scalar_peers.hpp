@@ -24,4 +24,9 @@ float sum_32f(const float* a, int n);          // left to right in single precis
 float sum_32f_f64(const float* a, int n);      // left to right in double, rounded once
 void min_max_32f(const float* a, int n, float* lo, float* hi);
 int max_index_32f(const float* a, int n, float* m);  // first index of the largest value
+// The C++ library's sorts, compiled the same way.
+void sort_32f(float* a, int n);
+void sort_32s(int32_t* a, int n);
+void sort_64u(uint64_t* a, int n);
+void top_k_32f(float* a, int n, int k);  // the k largest first, descending: std::partial_sort
 }  // namespace peer

@@ -1,5 +1,6 @@
 /* A short tour of libZELK_signal: each step calls the library on real data and prints what
  * came back, status texts included. */
+#include <math.h>
 #include <stdio.h>
 
 #include "zelk_signal.h"
@@ -104,6 +105,26 @@ int main(void) {
         x[3] = 0.0f;
         show_status("ZELKS_SumLn_32f with a zero", ZELKS_SumLn_32f(x, 1000, &sum1));
         printf("  sum of logarithms = %g\n", sum1);
+    }
+
+    printf("\nRadix sort of floats in the total order of their bits, and the 3 largest of 8 samples:\n");
+    {
+        Zelk32f f[7] = {1.0f, -1.0f, -0.0f, 0.0f, -2.0f, INFINITY, -NAN};
+        Zelk32s s[8] = {40, -7, 93, 15, 93, 0, 61, -20}, top[3];
+        int index[3], i;
+        Zelk8u *block = NULL;
+        if (ZELKS_SortRadixInit(7, 13, &block) == 0) {
+            show_status("ZELKS_SortRadixAscend_32f_I", ZELKS_SortRadixAscend_32f_I(f, 7, block));
+            printf("  ");
+            for (i = 0; i < 7; ++i) printf(" %g", f[i]);
+            printf("\n");
+            ZELKS_SortRadixRelease(block);
+        }
+        if (ZELKS_TopKInit_32s(8, top, index, 3, 2, &block) == 0) {
+            show_status("ZELKS_TopK_32s (radix: ties in order)", ZELKS_TopK_32s(s, 1000, 4, 8, top, index, 3, 2, block));
+            printf("   %d@%d %d@%d %d@%d\n", top[0], index[0], top[1], index[1], top[2], index[2]);
+            ZELKS_TopKRelease(block);
+        }
     }
 
     printf("\nArguments are checked before anything is written:\n");

@@ -600,6 +600,102 @@ ZelkStatus ZELKS_MinEvery_32s_I(const Zelk32s *src, Zelk32s *srcDst, int len);
 ZelkStatus ZELKS_MinEvery_32f_I(const Zelk32f *src, Zelk32f *srcDst, int len);
 ZelkStatus ZELKS_MinEvery_64f_I(const Zelk64f *src, Zelk64f *srcDst, int len);
 
+/* ---- Sorting and selection ----------------------------------------------------------- */
+
+/* SortAscend/SortDescend, in place: 8u counts on the stack; 16u and 16s count from 4096
+ * elements (qsort below that, or when the 256 KB of counters cannot be allocated); 32s, 32f and
+ * 64f use qsort, where a NaN compares equal to everything and -0 equals +0. */
+ZelkStatus ZELKS_SortAscend_8u_I(Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_SortAscend_16u_I(Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_SortAscend_16s_I(Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_SortAscend_32s_I(Zelk32s *srcDst, int len);
+ZelkStatus ZELKS_SortAscend_32f_I(Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_SortAscend_64f_I(Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_SortDescend_8u_I(Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_SortDescend_16u_I(Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_SortDescend_16s_I(Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_SortDescend_32s_I(Zelk32s *srcDst, int len);
+ZelkStatus ZELKS_SortDescend_32f_I(Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_SortDescend_64f_I(Zelk64f *srcDst, int len);
+
+/* SortIndexAscend/SortIndexDescend: sort in place and write dstIndx[j], the input position of
+ * the element now at j. A randomised quicksort seeded by srand(time(NULL)) on every call: equal
+ * keys come out in an order that depends on the second of the clock, and the process-wide rand
+ * sequence restarts. */
+ZelkStatus ZELKS_SortIndexAscend_8u_I(Zelk8u *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexAscend_16u_I(Zelk16u *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexAscend_16s_I(Zelk16s *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexAscend_32s_I(Zelk32s *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexAscend_32f_I(Zelk32f *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexAscend_64f_I(Zelk64f *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexDescend_8u_I(Zelk8u *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexDescend_16u_I(Zelk16u *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexDescend_16s_I(Zelk16s *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexDescend_32s_I(Zelk32s *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexDescend_32f_I(Zelk32f *srcDst, int *dstIndx, int len);
+ZelkStatus ZELKS_SortIndexDescend_64f_I(Zelk64f *srcDst, int *dstIndx, int len);
+
+/* Radix sorts through a scratch block from SortRadixInit (value sorts) or SortRadixIndexInit
+ * (index sorts), made for one dataType and at most len elements: dataType 1 8u, 5 16u, 7 16s, 9 32u,
+ * 11 32s, 13 32f, 15 64u, 17 64s, 19 64f, else ZELK_STS_DATA_TYPE_ERR. Floating keys follow the
+ * total order of their bits: -NaN, -inf, negatives, -0, +0, positives, +inf, +NaN; Descend is its
+ * exact reverse. Index sorts read key i at src + i * srcStride bytes (srcStride at least the
+ * element size, else ZELK_STS_SIZE_ERR) and are stable in both directions. */
+ZelkStatus ZELKS_SortRadixInit(int len, int dataType, Zelk8u **buffer);
+ZelkStatus ZELKS_SortRadixRelease(Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexInit(int len, int dataType, Zelk8u **buffer);
+ZelkStatus ZELKS_SortRadixIndexRelease(Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixAscend_8u_I(Zelk8u *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixAscend_16u_I(Zelk16u *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixAscend_16s_I(Zelk16s *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixAscend_32u_I(Zelk32u *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixAscend_32s_I(Zelk32s *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixAscend_32f_I(Zelk32f *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixAscend_64u_I(Zelk64u *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixAscend_64s_I(Zelk64s *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixAscend_64f_I(Zelk64f *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixDescend_8u_I(Zelk8u *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixDescend_16u_I(Zelk16u *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixDescend_16s_I(Zelk16s *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixDescend_32u_I(Zelk32u *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixDescend_32s_I(Zelk32s *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixDescend_32f_I(Zelk32f *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixDescend_64u_I(Zelk64u *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixDescend_64s_I(Zelk64s *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixDescend_64f_I(Zelk64f *srcDst, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexAscend_8u(const Zelk8u *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexAscend_16u(const Zelk16u *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexAscend_16s(const Zelk16s *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexAscend_32u(const Zelk32u *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexAscend_32s(const Zelk32s *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexAscend_32f(const Zelk32f *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexAscend_64u(const Zelk64u *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexAscend_64s(const Zelk64s *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexAscend_64f(const Zelk64f *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexDescend_8u(const Zelk8u *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexDescend_16u(const Zelk16u *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexDescend_16s(const Zelk16s *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexDescend_32u(const Zelk32u *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexDescend_32s(const Zelk32s *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexDescend_32f(const Zelk32f *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexDescend_64u(const Zelk64u *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexDescend_64s(const Zelk64s *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+ZelkStatus ZELKS_SortRadixIndexDescend_64f(const Zelk64f *src, int srcStride, int *dstIndx, int len, Zelk8u *buffer);
+
+/* TopK: the dstLen largest of len elements at src + i * srcStride bytes (srcStride < 1 gives
+ * ZELK_STS_TOPK_STRIDE_ERR), in non-increasing order, with indices srcIndex + i. mode 0 chooses,
+ * 1 partial quicksort (rand-seeded, ties at random), 2 radix (ties to the earlier element); the
+ * block from TopKInit serves that mode and no larger len or dstLen. TopKInit presets dstValue with
+ * the lowest value (-FLT_MAX for 32f) and dstIndex with -1; TopK overwrites only what it finds.
+ * 32f drops NaNs and all but the first +inf and the first -inf. */
+ZelkStatus ZELKS_TopKInit_32s(int len, Zelk32s *dstValue, int *dstIndex, int dstLen, int mode, Zelk8u **buffer);
+ZelkStatus ZELKS_TopKInit_32f(int len, Zelk32f *dstValue, int *dstIndex, int dstLen, int mode, Zelk8u **buffer);
+ZelkStatus ZELKS_TopK_32s(const Zelk32s *src, int srcIndex, int srcStride, int len, Zelk32s *dstValue,
+                          int *dstIndex, int dstLen, int mode, Zelk8u *buffer);
+ZelkStatus ZELKS_TopK_32f(const Zelk32f *src, int srcIndex, int srcStride, int len, Zelk32f *dstValue,
+                          int *dstIndex, int dstLen, int mode, Zelk8u *buffer);
+ZelkStatus ZELKS_TopKRelease(Zelk8u *buffer);
+
 #if defined(ZELK_BUILDING) && defined(__GNUC__)
 #pragma GCC visibility pop
 #endif

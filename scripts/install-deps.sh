@@ -14,7 +14,7 @@ native=(
 arm64=(
   libc6:arm64 libstdc++6:arm64 libgtest-dev:arm64 libbenchmark-dev:arm64
   libfftw3-dev:arm64 libsleef-dev:arm64 libopenblas-dev:arm64
-  libvolk2-dev:arm64 libliquid-dev:arm64 libne10-dev:arm64
+  libvolk2-dev:arm64 libliquid-dev:arm64 libne10-dev:arm64 libhwy-dev:arm64
 )
 
 sudo=""
