@@ -696,6 +696,28 @@ ZelkStatus ZELKS_TopK_32f(const Zelk32f *src, int srcIndex, int srcStride, int l
                           int *dstIndex, int dstLen, int mode, Zelk8u *buffer);
 ZelkStatus ZELKS_TopKRelease(Zelk8u *buffer);
 
+/* ---- Median filter -------------------------------------------------------------------------- */
+
+/* FilterMedian: dst[i] is the median of the last m samples x[i-m+1..i] (m = maskSize, or
+ * maskSize - 1 if that is even, with ZELK_STS_EVEN_MASK_WARN). Before src, x comes from dlySrc
+ * (m-1 samples, oldest first), or repeats src[0] when dlySrc is null; dlyDst, if given, receives
+ * the last m-1 samples of src. Windows of 3, 5, 7 and 9 run a min/max network on whole vectors
+ * (a NaN gives NaN, -0 counts below +0); others sort each window. The scratch block from
+ * FilterMedianInit (dataType 1, 7, 11, 13, 19: 8u, 16s, 32s, 32f, 64f) must fit the window. The
+ * _I forms allocate a copy of srcDst for the call. */
+ZelkStatus ZELKS_FilterMedianInit(int maskSize, int dataType, Zelk8u **spec);
+ZelkStatus ZELKS_FilterMedianRelease(Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_8u(const Zelk8u *src, Zelk8u *dst, int len, int maskSize, const Zelk8u *dlySrc, Zelk8u *dlyDst, Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_16s(const Zelk16s *src, Zelk16s *dst, int len, int maskSize, const Zelk16s *dlySrc, Zelk16s *dlyDst, Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_32s(const Zelk32s *src, Zelk32s *dst, int len, int maskSize, const Zelk32s *dlySrc, Zelk32s *dlyDst, Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_32f(const Zelk32f *src, Zelk32f *dst, int len, int maskSize, const Zelk32f *dlySrc, Zelk32f *dlyDst, Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_64f(const Zelk64f *src, Zelk64f *dst, int len, int maskSize, const Zelk64f *dlySrc, Zelk64f *dlyDst, Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_8u_I(Zelk8u *srcDst, int len, int maskSize, const Zelk8u *dlySrc, Zelk8u *dlyDst, Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_16s_I(Zelk16s *srcDst, int len, int maskSize, const Zelk16s *dlySrc, Zelk16s *dlyDst, Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_32s_I(Zelk32s *srcDst, int len, int maskSize, const Zelk32s *dlySrc, Zelk32s *dlyDst, Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_32f_I(Zelk32f *srcDst, int len, int maskSize, const Zelk32f *dlySrc, Zelk32f *dlyDst, Zelk8u *spec);
+ZelkStatus ZELKS_FilterMedian_64f_I(Zelk64f *srcDst, int len, int maskSize, const Zelk64f *dlySrc, Zelk64f *dlyDst, Zelk8u *spec);
+
 #if defined(ZELK_BUILDING) && defined(__GNUC__)
 #pragma GCC visibility pop
 #endif
