@@ -209,6 +209,24 @@ CheckCase check_case(const char* name, ZelkStatus (*f)(T*, int, double)) {
     return {name, 1, [f](void** p, int n, bool bad) { return f((T*)p[0], n, bad ? -1.0 : 1.0); },
             ZELK_STS_SCALE_ERR};
 }
+// With a constant operand (val, never made bad here): src, val, dst, len [, scale] and
+// val, srcDst, len, scale.
+template <class S, class V, class D>
+    requires(!std::is_pointer_v<V>)
+CheckCase check_case(const char* name, ZelkStatus (*f)(const S*, V, D*, int)) {
+    return {name, 2, [f](void** p, int n, bool) { return f((const S*)p[0], V{}, (D*)p[1], n); }};
+}
+template <class S, class V, class D>
+    requires(!std::is_pointer_v<V>)
+CheckCase check_case(const char* name, ZelkStatus (*f)(const S*, V, D*, int, double)) {
+    return {name, 2, [f](void** p, int n, bool bad) { return f((const S*)p[0], V{}, (D*)p[1], n, bad ? -1.0 : 1.0); },
+            ZELK_STS_SCALE_ERR};
+}
+template <class V, class T>
+    requires(!std::is_pointer_v<V>)
+CheckCase check_case(const char* name, ZelkStatus (*f)(V, T*, int, double)) {
+    return {name, 1, [f](void** p, int n, bool bad) { return f(V{}, (T*)p[0], n, bad ? -1.0 : 1.0); }, ZELK_STS_SCALE_ERR};
+}
 #define ZT_CASE(f) ::zt::check_case(#f, f)
 
 // ---- Golden hashes: one row per function of a family's output on fixed random input, the
