@@ -67,7 +67,7 @@ ZelkStatus add64_scaled(const int64_t* a, const int64_t* b, int64_t* d, int len,
     if (ZelkStatus s = check_scale(scale, n)) return s;
     // |r| <= 2^64, so above n = 64 every r * 2^-n is at most the tie 0.5, which goes to 0.
     if (n > 64) return ZELKS_Zero_64s(d, len);
-    run_add64(array(a), array(b), d, len, n);
+    run_add64<MagRound::NearestEven>(array(a), array(b), d, len, n);
     return ZELK_STS_NO_ERR;
 }
 

@@ -196,40 +196,45 @@ void run_scaled(A a, B b, T* d, int len, int n) {
     }
 }
 
-// ---- Add_64s_S: r = x + y needs 65 bits.
+// ---- 64-bit sums: the exact r = x + y needs 65 bits.
 
-// The element of the scale rule, from r held exactly in 128 bits. n > 0 rounds |r| right by n
-// to nearest even; n < 0 is a saturating left shift, and 63 bits saturate any r but 0.
+using scaled_paths::MagRound;
+
+// The element of the scale rule with |r| >> n rounded by R. n > 0 rounds the magnitude of r held
+// in 64 bits: r = -2^64 (both -2^63) takes 2^64 - 1, which to nearest even gives what 2^64
+// gives at every n. n <= 0 is a saturating left shift, and 63 bits saturate any r but 0.
+template <MagRound R>
 inline int64_t add64_one(int64_t x, int64_t y, int n) {
     const __int128 r = __int128(x) + y;
     if (n <= 0) return saturate<int64_t>(r * (__int128(1) << std::min(-n, 63)));
-    using U = unsigned __int128;
-    const U q = round_shift_right_even(r < 0 ? U(-r) : U(r), n);
-    return int64_t(r < 0 ? -__int128(q) : __int128(q));
+    const unsigned __int128 abs = r < 0 ? -r : r;
+    const uint64_t mag = abs > ~uint64_t(0) ? ~uint64_t(0) : uint64_t(abs);
+    const uint64_t q = scaled_paths::round_shift_right<R>(mag, n, r < 0);
+    return r < 0 ? int64_t(uint64_t(0) - q) : int64_t(q);
 }
 
 // The same for 1 <= n <= 64 on lanes. The sign of r is the sign of the saturating sum and |r|
-// the wrapped sum, negated where r < 0; r = -2^64 (both -2^63) wraps to 0 and takes 2^64 - 1
-// instead, which rounds to -2^63 (n = 1) .. -1 (n = 64) just as 2^64 does.
+// the wrapped sum, negated where r < 0; r = -2^64 wraps to 0 and saturates to 2^64 - 1.
+template <MagRound R>
 inline int64x2_t add64_lanes(int64x2_t x, int64x2_t y, int n) {
     uint64x2_t neg = vreinterpretq_u64_s64(vshrq_n_s64(vqaddq_s64(x, y), 63));
     uint64x2_t w = vreinterpretq_u64_s64(vaddq_s64(x, y));
     uint64x2_t mag = vqaddq_u64(veorq_u64(w, neg), vshrq_n_u64(neg, 63));
-    uint64x2_t q = scaled_paths::round_shift_right_even(mag, n);
+    uint64x2_t q = scaled_paths::round_shift_right<R>(mag, n, neg);
     return vreinterpretq_s64_u64(vsubq_u64(veorq_u64(q, neg), neg));
 }
 
 // The scale rule on the 65-bit sum for n <= 64; larger n are the caller's (every element 0).
-template <class A, class B>
+template <MagRound R, class A, class B>
 void run_add64(A a, B b, int64_t* d, int len, int n) {
-    auto one = [n](int64_t x, int64_t y) { return add64_one(x, y, n); };
+    auto one = [n](int64_t x, int64_t y) { return add64_one<R>(x, y, n); };
     if (n == 0) {
         binary_loop(a, b, d, len, [](auto x, auto y) { return sat_add(x, y); }, one);
     } else if (n < 0) {
         const int k = std::min(-n, 64);
         binary_loop(a, b, d, len, [k](auto x, auto y) { return sat_shl(sat_add(x, y), k); }, one);
     } else {
-        binary_loop(a, b, d, len, [n](auto x, auto y) { return add64_lanes(x, y, n); }, one);
+        binary_loop(a, b, d, len, [n](auto x, auto y) { return add64_lanes<R>(x, y, n); }, one);
     }
 }
 
