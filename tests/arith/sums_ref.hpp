@@ -84,43 +84,87 @@ inline std::vector<double> sweep_scales() {
     return v;
 }
 
-// ---- The runner. A call takes both operands as arrays x and y, whichever of them the function
+// ---- The runners. A call takes both operands as arrays x and y, whichever of them the function
 // takes as a constant (then every element of it is the same), and writes d; the in-place call
-// finds in d the array operand it updates (y, or x when y is the constant).
+// finds in d the array operand it updates (y, or x when y is the constant). Plain calls ignore
+// the scale.
 
 enum class Const { none, x, y };
 template <class T> using Call = std::function<ZelkStatus(const T* x, const T* y, T* d, int len, double scale)>;
 template <class T> using Ref = std::function<zt::scalar_t<T>(zt::scalar_t<T> x, zt::scalar_t<T> y, int n)>;
 
+template <class Op, class P> P ref_plain(P x, P y) {
+    if constexpr (std::is_floating_point_v<P>) return Op::sub ? y - x : x + y;
+    else return clamp_to<P>(exact<Op>(x, y));
+}
+
+// Bits must match, except that where both operands are NaN only NaN-ness is fixed.
+template <class P>
+::testing::AssertionResult match(const P* got, const P* want, const P* x, const P* y, size_t n) {
+    std::vector<P> g(got, got + n), w(want, want + n);
+    if constexpr (std::is_floating_point_v<P>)
+        for (size_t i = 0; i < n; ++i)
+            if (std::isnan(x[i]) && std::isnan(y[i]) && std::isnan(g[i])) g[i] = w[i];
+    return zt::arrays_equal(g.data(), w.data(), n);
+}
+
+// The arrays of one length: the operands a (x) and b (y), the destination and the in-place array.
+template <class T> struct Arrays {
+    explicit Arrays(int len) : n(len), a(size_t(len)), b(size_t(len)), d(size_t(len)), in_place(size_t(len)) {}
+    int n;
+    Guarded<T> a, b, d, in_place;
+};
+
+// Fills the operands (fill(p, count) on their parts), makes the constant one uniform, and runs
+// both calls against want(x, y) on the parts.
+template <class T, class Fill, class Want>
+void run_both(Arrays<T>& v, const Call<T>& f, const Call<T>& f_in_place, double scale, Const c, Fill fill, Want want_of) {
+    using P = zt::scalar_t<T>;
+    const size_t count = size_t(v.n) * zt::parts<T>::count;
+    P *x = zt::scalars(v.a.data()), *y = zt::scalars(v.b.data());
+    fill(x, count);
+    fill(y, count);
+    if (c != Const::none) {
+        Guarded<T>& k = c == Const::x ? v.a : v.b;
+        std::fill(k.begin(), k.end(), k[0]);
+    }
+    std::vector<P> want(count);
+    for (size_t i = 0; i < count; ++i) want[i] = want_of(x[i], y[i]);
+    ASSERT_EQ(f(v.a.data(), v.b.data(), v.d.data(), v.n, scale), ZELK_STS_NO_ERR);
+    ASSERT_TRUE(match(zt::scalars(v.d.data()), want.data(), x, y, count)) << "len " << v.n << ", scale " << scale;
+    if (!f_in_place) return;
+    std::memcpy(v.in_place.data(), (c == Const::y ? v.a : v.b).data(), sizeof(T) * size_t(v.n));
+    ASSERT_EQ(f_in_place(v.a.data(), v.b.data(), v.in_place.data(), v.n, scale), ZELK_STS_NO_ERR);
+    ASSERT_TRUE(match(zt::scalars(v.in_place.data()), want.data(), x, y, count))
+        << "in place, len " << v.n << ", scale " << scale;
+}
+
+// Saturating integers or IEEE floating values, at every length.
+template <class Op, class T>
+void check_plain(const char* name, const Call<T>& f, const Call<T>& f_in_place, Const c = Const::none) {
+    using P = zt::scalar_t<T>;
+    SCOPED_TRACE(name);
+    zt::Rng rng(name);
+    for (int len : zt::lengths()) {
+        Arrays<T> v(len);
+        run_both(v, f, f_in_place, 1.0, c, [&](P* p, size_t k) { rng.fill(p, k); }, ref_plain<Op, P>);
+    }
+}
+
+// The scale rule at every length and scale; ref replaces it where a form differs.
 template <class Op, class T>
 void check_scaled(const char* name, const Call<T>& f, const Call<T>& f_in_place, const std::vector<int>& lens,
                   const std::vector<double>& scales, Const c = Const::none, const Ref<T>& ref = {}) {
     using P = zt::scalar_t<T>;
-    constexpr size_t parts = zt::parts<T>::count;
     SCOPED_TRACE(name);
     zt::Rng rng(name);
     for (int len : lens) {
-        const size_t elems = static_cast<size_t>(len), count = elems * parts;
-        Guarded<T> a(elems), b(elems), d(elems), in_place(elems);
-        std::vector<P> want(count);
+        Arrays<T> v(len);
         for (double scale : scales) {
             const int n = scale_n(scale);
-            P *x = zt::scalars(a.data()), *y = zt::scalars(b.data());
-            fill_for_scale(rng, x, count, n);
-            fill_for_scale(rng, y, count, n);
-            if (c != Const::none) {
-                Guarded<T>& k = c == Const::x ? a : b;
-                std::fill(k.begin(), k.end(), k[0]);
-            }
-            for (size_t i = 0; i < count; ++i) want[i] = ref ? ref(x[i], y[i], n) : ref_scaled<P>(exact<Op>(x[i], y[i]), n);
-            ASSERT_EQ(f(a.data(), b.data(), d.data(), len, scale), ZELK_STS_NO_ERR);
-            ASSERT_TRUE(zt::arrays_equal(zt::scalars(d.data()), want.data(), count))
-                << "len " << len << ", scale " << scale << " (n = " << n << ")";
-            if (!f_in_place) continue;
-            std::memcpy(in_place.data(), c == Const::y ? a.data() : b.data(), sizeof(T) * elems);
-            ASSERT_EQ(f_in_place(a.data(), b.data(), in_place.data(), len, scale), ZELK_STS_NO_ERR);
-            ASSERT_TRUE(zt::arrays_equal(zt::scalars(in_place.data()), want.data(), count))
-                << "in place, len " << len << ", scale " << scale << " (n = " << n << ")";
+            run_both(v, f, f_in_place, scale, c, [&](P* p, size_t k) { fill_for_scale(rng, p, k, n); },
+                     [&](P x, P y) { return ref ? ref(x, y, n) : ref_scaled<P>(exact<Op>(x, y), n); });
+            if (::testing::Test::HasFatalFailure()) return;
         }
     }
 }
