@@ -288,6 +288,81 @@ ZelkStatus ZELKS_Sub_32s_IS(const Zelk32s *src, Zelk32s *srcDst, int len, double
 ZelkStatus ZELKS_Sub_16sc_IS(const Zelk16sc *src, Zelk16sc *srcDst, int len, double scale);
 ZelkStatus ZELKS_Sub_32sc_IS(const Zelk32sc *src, Zelk32sc *srcDst, int len, double scale);
 
+/* ---- Arithmetic with a constant -------------------------------------------------------- */
+
+/* AddC: dst = src + val; SubC: dst = src - val; SubCRev: dst = val - src; _I and _IS forms take
+ * val, srcDst. The rules of Add and Sub: AddC_16s_I and SubC_16s_I saturate, floating forms are
+ * one IEEE operation per real part (a complex val part by part), and the _S forms give
+ * Saturate(RoundNearestEven(r * 2^-n)) of the exact r, unsigned differences below 0 giving 0.
+ * AddC_8u_S writes 0 everywhere for n > 8, whatever the data. */
+ZelkStatus ZELKS_AddC_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_AddC_64f(const Zelk64f *src, Zelk64f val, Zelk64f *dst, int len);
+ZelkStatus ZELKS_AddC_32fc(const Zelk32fc *src, Zelk32fc val, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_AddC_64fc(const Zelk64fc *src, Zelk64fc val, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_AddC_16s_I(Zelk16s val, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_AddC_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_AddC_64f_I(Zelk64f val, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_AddC_32fc_I(Zelk32fc val, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_AddC_64fc_I(Zelk64fc val, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_SubC_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_SubC_64f(const Zelk64f *src, Zelk64f val, Zelk64f *dst, int len);
+ZelkStatus ZELKS_SubC_32fc(const Zelk32fc *src, Zelk32fc val, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_SubC_64fc(const Zelk64fc *src, Zelk64fc val, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_SubC_16s_I(Zelk16s val, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_SubC_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_SubC_64f_I(Zelk64f val, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_SubC_32fc_I(Zelk32fc val, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_SubC_64fc_I(Zelk64fc val, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_SubCRev_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_SubCRev_64f(const Zelk64f *src, Zelk64f val, Zelk64f *dst, int len);
+ZelkStatus ZELKS_SubCRev_32fc(const Zelk32fc *src, Zelk32fc val, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_SubCRev_64fc(const Zelk64fc *src, Zelk64fc val, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_SubCRev_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_SubCRev_64f_I(Zelk64f val, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_SubCRev_32fc_I(Zelk32fc val, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_SubCRev_64fc_I(Zelk64fc val, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_AddC_8u_S(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_16u_S(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_16s_S(const Zelk16s *src, Zelk16s val, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_32s_S(const Zelk32s *src, Zelk32s val, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_16sc_S(const Zelk16sc *src, Zelk16sc val, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_32sc_S(const Zelk32sc *src, Zelk32sc val, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_8u_IS(Zelk8u val, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_16u_IS(Zelk16u val, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_16s_IS(Zelk16s val, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_32s_IS(Zelk32s val, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_16sc_IS(Zelk16sc val, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_32sc_IS(Zelk32sc val, Zelk32sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_8u_S(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_16u_S(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_16s_S(const Zelk16s *src, Zelk16s val, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_32s_S(const Zelk32s *src, Zelk32s val, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_16sc_S(const Zelk16sc *src, Zelk16sc val, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_32sc_S(const Zelk32sc *src, Zelk32sc val, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_8u_IS(Zelk8u val, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_16u_IS(Zelk16u val, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_16s_IS(Zelk16s val, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_32s_IS(Zelk32s val, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_16sc_IS(Zelk16sc val, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_32sc_IS(Zelk32sc val, Zelk32sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_8u_S(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16u_S(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16s_S(const Zelk16s *src, Zelk16s val, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_32s_S(const Zelk32s *src, Zelk32s val, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16sc_S(const Zelk16sc *src, Zelk16sc val, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_32sc_S(const Zelk32sc *src, Zelk32sc val, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_8u_IS(Zelk8u val, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16u_IS(Zelk16u val, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16s_IS(Zelk16s val, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_32s_IS(Zelk32s val, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16sc_IS(Zelk16sc val, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_32sc_IS(Zelk32sc val, Zelk32sc *srcDst, int len, double scale);
+/* The exact 65-bit sum, |r| >> n rounded by rndMode (not checked): 0 toward zero, 1 to nearest
+ * even, any other value half up (64s: a negative tie toward zero; 64u at n = 65: 1 for a sum of
+ * 2^64 or more). n <= 0 saturates; dst is 0 for n > 64 (64s) or n > 65 (64u). */
+ZelkStatus ZELKS_AddC_64s_S(const Zelk64s *src, Zelk64s val, Zelk64s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_AddC_64u_S(const Zelk64u *src, Zelk64u val, Zelk64u *dst, int len, int rndMode, double scale);
+
 /* ---- Multiplication ------------------------------------------------------------------- */
 
 /* Mul: dst = src1 * src2; MulC: dst = src * val. Integer _S forms give

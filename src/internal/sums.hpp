@@ -47,6 +47,7 @@ inline uint32x4_t sat_add(uint32x4_t x, uint32x4_t y) { return vqaddq_u32(x, y);
 inline int16x8_t sat_add(int16x8_t x, int16x8_t y) { return vqaddq_s16(x, y); }
 inline int32x4_t sat_add(int32x4_t x, int32x4_t y) { return vqaddq_s32(x, y); }
 inline int64x2_t sat_add(int64x2_t x, int64x2_t y) { return vqaddq_s64(x, y); }
+inline uint64x2_t sat_add(uint64x2_t x, uint64x2_t y) { return vqaddq_u64(x, y); }
 // x - y; unsigned differences stop at 0.
 inline uint8x16_t sat_sub(uint8x16_t x, uint8x16_t y) { return vqsubq_u8(x, y); }
 inline uint16x8_t sat_sub(uint16x8_t x, uint16x8_t y) { return vqsubq_u16(x, y); }
@@ -69,6 +70,7 @@ inline uint16x8_t sat_shl(uint16x8_t v, int k) { return vqshlq_u16(v, vdupq_n_s1
 inline int16x8_t sat_shl(int16x8_t v, int k) { return vqshlq_s16(v, vdupq_n_s16(int16_t(k))); }
 inline int32x4_t sat_shl(int32x4_t v, int k) { return vqshlq_s32(v, vdupq_n_s32(k)); }
 inline int64x2_t sat_shl(int64x2_t v, int k) { return vqshlq_s64(v, vdupq_n_s64(k)); }
+inline uint64x2_t sat_shl(uint64x2_t v, int k) { return vqshlq_u64(v, vdupq_n_s64(k)); }
 
 // The low and high halves of a vector in lanes of twice the width.
 template <class V> struct Wide { V lo, hi; };
