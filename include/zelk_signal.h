@@ -363,6 +363,22 @@ ZelkStatus ZELKS_SubCRev_32sc_IS(Zelk32sc val, Zelk32sc *srcDst, int len, double
 ZelkStatus ZELKS_AddC_64s_S(const Zelk64s *src, Zelk64s val, Zelk64s *dst, int len, int rndMode, double scale);
 ZelkStatus ZELKS_AddC_64u_S(const Zelk64u *src, Zelk64u val, Zelk64u *dst, int len, int rndMode, double scale);
 
+/* AddProduct: srcDst += src1 * src2; AddProductC: srcDst += src * val. Real floating forms are
+ * one fused multiply-add; complex forms add the complex product (each part one rounded product and
+ * one fused multiply-add) to srcDst. AddProduct_32fc takes re = fma(-a.im, b.im, a.re * b.re) in
+ * whole blocks of 4 elements and re = fma(a.re, b.re, -(a.im * b.im)) in the last len mod 4. The
+ * _S forms convert p = srcDst + src1 * src2 to single (16s, rounding p to 24 bits) or double
+ * precision (32s, 53 bits; 16s32s, exact), multiply by 2^-n and round to nearest even. */
+ZelkStatus ZELKS_AddProduct_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_AddProduct_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_AddProduct_32fc(const Zelk32fc *src1, const Zelk32fc *src2, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_AddProduct_64fc(const Zelk64fc *src1, const Zelk64fc *src2, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_AddProduct_16s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddProduct_32s_S(const Zelk32s *src1, const Zelk32s *src2, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddProduct_16s32s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddProductC_32f(const Zelk32f *src, Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_AddProductC_64f(const Zelk64f *src, Zelk64f val, Zelk64f *srcDst, int len);
+
 /* ---- Multiplication ------------------------------------------------------------------- */
 
 /* Mul: dst = src1 * src2; MulC: dst = src * val. Integer _S forms give
