@@ -509,6 +509,83 @@ ZelkStatus ZELKS_DivCRev_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int 
 ZelkStatus ZELKS_DivCRev_16u_I(Zelk16u val, Zelk16u *srcDst, int len);
 ZelkStatus ZELKS_DivCRev_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
 
+/* ---- Logic, shifts and byte swaps ----------------------------------------------------- */
+
+/* And, Or, Xor: dst = src1 op src2 bit by bit; the C forms use val for every element; Not
+ * inverts every bit. */
+ZelkStatus ZELKS_And_8u(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len);
+ZelkStatus ZELKS_And_16u(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len);
+ZelkStatus ZELKS_And_32u(const Zelk32u *src1, const Zelk32u *src2, Zelk32u *dst, int len);
+ZelkStatus ZELKS_And_8u_I(const Zelk8u *src, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_And_16u_I(const Zelk16u *src, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_And_32u_I(const Zelk32u *src, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_AndC_8u(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_AndC_16u(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_AndC_32u(const Zelk32u *src, Zelk32u val, Zelk32u *dst, int len);
+ZelkStatus ZELKS_AndC_8u_I(Zelk8u val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_AndC_16u_I(Zelk16u val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_AndC_32u_I(Zelk32u val, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_Or_8u(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Or_16u(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Or_32u(const Zelk32u *src1, const Zelk32u *src2, Zelk32u *dst, int len);
+ZelkStatus ZELKS_Or_8u_I(const Zelk8u *src, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_Or_16u_I(const Zelk16u *src, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_Or_32u_I(const Zelk32u *src, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_OrC_8u(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_OrC_16u(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_OrC_32u(const Zelk32u *src, Zelk32u val, Zelk32u *dst, int len);
+ZelkStatus ZELKS_OrC_8u_I(Zelk8u val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_OrC_16u_I(Zelk16u val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_OrC_32u_I(Zelk32u val, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_Xor_8u(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Xor_16u(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Xor_32u(const Zelk32u *src1, const Zelk32u *src2, Zelk32u *dst, int len);
+ZelkStatus ZELKS_Xor_8u_I(const Zelk8u *src, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_Xor_16u_I(const Zelk16u *src, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_Xor_32u_I(const Zelk32u *src, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_XorC_8u(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_XorC_16u(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_XorC_32u(const Zelk32u *src, Zelk32u val, Zelk32u *dst, int len);
+ZelkStatus ZELKS_XorC_8u_I(Zelk8u val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_XorC_16u_I(Zelk16u val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_XorC_32u_I(Zelk32u val, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_Not_8u(const Zelk8u *src, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Not_16u(const Zelk16u *src, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Not_32u(const Zelk32u *src, Zelk32u *dst, int len);
+ZelkStatus ZELKS_Not_8u_I(Zelk8u *srcDst, int len);
+
+/* Shifts by val bits; val < 0 gives ZELK_STS_SHIFT_ERR. Left shifts drop the bits shifted out
+ * (no saturation, also for 16s and 32s); val >= the width clears dst. Right shifts are logical
+ * for 8u and 16u (val >= the width clears dst) and arithmetic for 16s and 32s, where a val at or
+ * above the width acts as width - 1 (0 or -1 by the sign). */
+ZelkStatus ZELKS_LShiftC_8u(const Zelk8u *src, int val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_LShiftC_16u(const Zelk16u *src, int val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_LShiftC_16s(const Zelk16s *src, int val, Zelk16s *dst, int len);
+ZelkStatus ZELKS_LShiftC_32s(const Zelk32s *src, int val, Zelk32s *dst, int len);
+ZelkStatus ZELKS_LShiftC_8u_I(int val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_LShiftC_16u_I(int val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_LShiftC_16s_I(int val, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_LShiftC_32s_I(int val, Zelk32s *srcDst, int len);
+ZelkStatus ZELKS_RShiftC_8u(const Zelk8u *src, int val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_RShiftC_16u(const Zelk16u *src, int val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_RShiftC_16s(const Zelk16s *src, int val, Zelk16s *dst, int len);
+ZelkStatus ZELKS_RShiftC_32s(const Zelk32s *src, int val, Zelk32s *dst, int len);
+ZelkStatus ZELKS_RShiftC_8u_I(int val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_RShiftC_16u_I(int val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_RShiftC_16s_I(int val, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_RShiftC_32s_I(int val, Zelk32s *srcDst, int len);
+
+/* SwapBytes: the bytes of every element in reverse order; 24u exchanges bytes 0 and 2 of each
+ * 3-byte element, len counting elements. */
+ZelkStatus ZELKS_SwapBytes_16u(const Zelk16u *src, Zelk16u *dst, int len);
+ZelkStatus ZELKS_SwapBytes_24u(const Zelk24u *src, Zelk24u *dst, int len);
+ZelkStatus ZELKS_SwapBytes_32u(const Zelk32u *src, Zelk32u *dst, int len);
+ZelkStatus ZELKS_SwapBytes_64u(const Zelk64u *src, Zelk64u *dst, int len);
+ZelkStatus ZELKS_SwapBytes_16u_I(Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_SwapBytes_24u_I(Zelk24u *srcDst, int len);
+ZelkStatus ZELKS_SwapBytes_32u_I(Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_SwapBytes_64u_I(Zelk64u *srcDst, int len);
+
 /* ---- Type conversion ------------------------------------------------------------------ */
 
 /* Convert_<from><to>. Widening is exact; 32s32f, 64s64f and 64f32f round to nearest even

@@ -169,7 +169,7 @@ struct CheckCase {
     int pointers;              // number of pointer arguments the call takes
     Call call;
     ZelkStatus bad_status = 0; // status of the bad own argument; 0 when the family has none
-    int bad_len = 0;           // below this len the call is a size error (1 for most families)
+    int bad_len = 1;           // below this len the call is a size error
 };
 
 // Runs every failing combination and checks the status and that no buffer changed.
