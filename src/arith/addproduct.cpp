@@ -21,28 +21,30 @@ namespace sp = scaled_paths;
 
 // ---- Floating forms.
 
+// Four vectors a block: o = z + x * y(u), all loads before the stores. The loops are unrolled
+// by force; left rolled, GCC keeps the array on the stack.
+template <class T, class Y>
+inline void fma_block(const T* x, Y y, const T* z, T* o) {
+    constexpr int L = lanes<T>;
+    vec<T> r[4];
+#pragma GCC unroll 4
+    for (int u = 0; u < 4; ++u) r[u] = vfma(load(z + u * L), load(x + u * L), y(u));
+#pragma GCC unroll 4
+    for (int u = 0; u < 4; ++u) store(o + u * L, r[u]);
+}
+
 template <class T>
 void fma_arrays(const T* a, const T* b, T* acc, int len) {
-    constexpr int L = lanes<T>;
-    accumulate<2 * L>(a, b, acc, len,
-        [](const T* x, const T* y, T* z) {
-            auto r0 = vfma(load(z), load(x), load(y)), r1 = vfma(load(z + L), load(x + L), load(y + L));
-            store(z, r0);
-            store(z + L, r1);
-        },
+    accumulate<4 * lanes<T>>(a, b, acc, len,
+        [](const T* x, const T* y, T* z) { fma_block(x, [y](int u) { return load(y + u * lanes<T>); }, z, z); },
         [](T x, T y, T z) { return std::fma(x, y, z); });
 }
 
 template <class T>
 void fma_constant(const T* a, T val, T* acc, int len) {
-    constexpr int L = lanes<T>;
     const vec<T> v = dup(val);
-    transform<2 * L>(a, acc, acc, len,
-        [v](const T* x, const T* z, T* o) {
-            auto r0 = vfma(load(z), load(x), v), r1 = vfma(load(z + L), load(x + L), v);
-            store(o, r0);
-            store(o + L, r1);
-        },
+    transform<4 * lanes<T>>(a, acc, acc, len,
+        [v](const T* x, const T* z, T* o) { fma_block(x, [v](int) { return v; }, z, o); },
         [val](T x, T z) { return std::fma(x, val, z); });
 }
 
