@@ -1,8 +1,6 @@
 // Logic, shifts and byte swaps against references written from their rules: every pair of 8-bit
 // operands and every 16-bit input, every shift count around the widths, random data at every
 // length for the wider types, in place too, and the shift count's own status.
-#include <algorithm>
-
 #include "zt.hpp"
 
 namespace {
@@ -41,13 +39,8 @@ void check_unary(const char* name, const std::vector<std::vector<T>>& ins, F f, 
 
 // ---- Logic: with x[i] = i, y[i] = i >> 8 pairs every two bytes; the constant takes every byte.
 
-template <class T> using Bin = ZelkStatus (*)(const T*, const T*, T*, int);
-template <class T> using BinI = ZelkStatus (*)(const T*, T*, int);
-template <class T> using Con = ZelkStatus (*)(const T*, T, T*, int);
-template <class T> using ConI = ZelkStatus (*)(T, T*, int);
-
-template <class T, class Op>
-void check_logic(const char* name, Bin<T> f, BinI<T> f_i, Con<T> fc, ConI<T> fc_i, Op op) {
+template <class T>
+void check_logic(const char* name, ZelkStatus (*f)(const T*, const T*, T*, int), auto f_i, auto fc, auto fc_i, auto op) {
     zt::Rng rng(name);
     const auto ins = inputs<T>(rng, sizeof(T) <= 2);
     for (const auto& in : ins) {
@@ -64,16 +57,13 @@ void check_logic(const char* name, Bin<T> f, BinI<T> f_i, Con<T> fc, ConI<T> fc_
     }
 }
 
-#define LOGIC(Op, T, op) \
-    check_logic<Zelk##T>(#Op "_" #T, ZELKS_##Op##_##T, ZELKS_##Op##_##T##_I, ZELKS_##Op##C_##T, ZELKS_##Op##C_##T##_I, op)
+#define LOGIC(Op, T, op) check_logic(#Op "_" #T, ZELKS_##Op##_##T, ZELKS_##Op##_##T##_I, ZELKS_##Op##C_##T, \
+                                     ZELKS_##Op##C_##T##_I, [](auto x, auto y) { return x op y; })
 
 TEST(Logic, EveryOperandPairAndConstant) {
-    auto And = [](auto x, auto y) { return x & y; };
-    auto Or = [](auto x, auto y) { return x | y; };
-    auto Xor = [](auto x, auto y) { return x ^ y; };
-    LOGIC(And, 8u, And), LOGIC(And, 16u, And), LOGIC(And, 32u, And);
-    LOGIC(Or, 8u, Or), LOGIC(Or, 16u, Or), LOGIC(Or, 32u, Or);
-    LOGIC(Xor, 8u, Xor), LOGIC(Xor, 16u, Xor), LOGIC(Xor, 32u, Xor);
+    LOGIC(And, 8u, &), LOGIC(And, 16u, &), LOGIC(And, 32u, &);
+    LOGIC(Or, 8u, |), LOGIC(Or, 16u, |), LOGIC(Or, 32u, |);
+    LOGIC(Xor, 8u, ^), LOGIC(Xor, 16u, ^), LOGIC(Xor, 32u, ^);
     auto Not = [](auto x, size_t) { return decltype(x)(~x); };
     zt::Rng rng("Not");
     check_unary<Zelk8u>("Not_8u", inputs<Zelk8u>(rng, true), ZELKS_Not_8u, ZELKS_Not_8u_I, Not);
@@ -108,23 +98,14 @@ void check_shift(const char* name, bool left, ZelkStatus (*f)(const T*, int, T*,
 
 TEST(Shift, EveryCountAndInput) {
     SHIFTS(8u), SHIFTS(16u), SHIFTS(16s), SHIFTS(32s);
-    Guarded<Zelk16s> a{-1, 16384, 1}, d(3);
-    ASSERT_EQ(ZELKS_LShiftC_16s(a.data(), 15, d.data(), 1), 0);
-    EXPECT_EQ(d[0], -32768);
-    ASSERT_EQ(ZELKS_LShiftC_16s(a.data() + 1, 1, d.data(), 1), 0);
-    EXPECT_EQ(d[0], -32768);  // no saturation
-    ASSERT_EQ(ZELKS_RShiftC_16s(a.data(), 100, d.data(), 3), 0);
-    EXPECT_EQ(d.vec(), (std::vector<Zelk16s>{-1, 0, 0}));
 }
 
 // ---- Byte swaps: the bytes of each element reversed; 24u elements are 3 bytes.
 
 template <class T> T reversed(T x, size_t) {
-    uint8_t b[sizeof(T)];
-    std::memcpy(b, &x, sizeof(T));
-    std::reverse(b, b + sizeof(T));
-    std::memcpy(&x, b, sizeof(T));
-    return x;
+    T r = 0;
+    for (size_t k = 0; k < sizeof(T); ++k) r = T(uint64_t(r) << 8 | ((x >> 8 * k) & 0xff));
+    return r;
 }
 
 TEST(SwapBytes, EveryElementReversed) {
@@ -149,8 +130,8 @@ template <class T> zt::CheckCase shift_case(const char* name, ZelkStatus (*f)(co
 template <class T> zt::CheckCase shift_case(const char* name, ZelkStatus (*f)(int, T*, int)) {
     return {name, 1, [f](void** p, int n, bool bad) { return f(bad ? -1 : 3, (T*)p[0], n); }, ZELK_STS_SHIFT_ERR};
 }
-#define SHIFT_CASES(T) shift_case(#T, ZELKS_LShiftC_##T), shift_case(#T "_I", ZELKS_LShiftC_##T##_I), \
-    shift_case(#T, ZELKS_RShiftC_##T), shift_case(#T "_I", ZELKS_RShiftC_##T##_I)
+#define SHIFT_CASES(T) shift_case("LShiftC_" #T, ZELKS_LShiftC_##T), shift_case("LShiftC_" #T "_I", ZELKS_LShiftC_##T##_I), \
+    shift_case("RShiftC_" #T, ZELKS_RShiftC_##T), shift_case("RShiftC_" #T "_I", ZELKS_RShiftC_##T##_I)
 #define LOGIC_CASES(Op, T) ZT_CASE(ZELKS_##Op##_##T), ZT_CASE(ZELKS_##Op##_##T##_I), ZT_CASE(ZELKS_##Op##C_##T), \
     ZT_CASE(ZELKS_##Op##C_##T##_I)
 #define SWAP_CASES(T) ZT_CASE(ZELKS_SwapBytes_##T), ZT_CASE(ZELKS_SwapBytes_##T##_I)
