@@ -85,6 +85,22 @@ std::vector<Function> make_functions() {
             {"VOLK", [](int n) { volk_32f_x2_subtract_32f(fc(), fb(), fa(), 2 * u(n)); }},
             {"scalar", [](int n) { peer::sub_32fc(fa(), fb(), fc(), n); }},
         }},
+        {"AddC_32f", Data::f32, 8, {
+            {"ZELK", [k](int n) { ZELKS_AddC_32f(fa(), k, fc(), n); }},
+            {"VOLK", [k](int n) { volk_32f_s32f_add_32f(fc(), fa(), k, u(n)); }},
+            {"liquid", [k](int n) { liquid_vectorf_addscalar(fa(), u(n), k, fc()); }},
+            {"scalar", [k](int n) { peer::addc_32f(fa(), k, fc(), n); }},
+        }},
+        // scale 4: (a + 3) / 4, rounded to nearest even, saturated.
+        {"AddC_16s_S", Data::i16, 4, {
+            {"ZELK", [](int n) { ZELKS_AddC_16s_S(sa(), 3, sc(), n, 4.0); }},
+            {"scalar", [](int n) { peer::addc_16s_scaled(sa(), 3, sc(), n, 2); }},
+        }},
+        // c += a * k, fused.
+        {"AddProductC_32f", Data::f32, 12, {
+            {"ZELK", [k](int n) { ZELKS_AddProductC_32f(fa(), k, fc(), n); }},
+            {"scalar", [k](int n) { peer::addproductc_32f(fa(), k, fc(), n); }},
+        }},
         {"Mul_32f", Data::f32, 12, {
             {"ZELK", [](int n) { ZELKS_Mul_32f(fa(), fb(), fc(), n); }},
             {"VOLK", [](int n) { volk_32f_x2_multiply_32f(fc(), fa(), fb(), u(n)); }},
@@ -109,6 +125,23 @@ std::vector<Function> make_functions() {
             {"ZELK", [k](int n) { ZELKS_DivC_32f(fa(), k, fc(), n); }},
             {"VOLK", [k](int n) { volk_32f_s32f_multiply_32f(fc(), fa(), 1.0f / k, u(n)); }},
             {"scalar", [k](int n) { peer::divc_32f(fa(), k, fc(), n); }},
+        }},
+        // n bytes; VOLK's AND of 32-bit words does the same job on n / 4 words.
+        {"And_8u", Data::i16, 3, {
+            {"ZELK", [](int n) { ZELKS_And_8u(g_buf.a, g_buf.b, g_buf.c, n); }},
+            {"VOLK", [](int n) { volk_32i_x2_and_32i(reinterpret_cast<int32_t*>(g_buf.c), reinterpret_cast<int32_t*>(g_buf.a),
+                                                     reinterpret_cast<int32_t*>(g_buf.b), u(n) / 4); }},
+            {"scalar", [](int n) { peer::and_8u(g_buf.a, g_buf.b, g_buf.c, n); }},
+        }},
+        {"RShiftC_16s", Data::i16, 4, {
+            {"ZELK", [](int n) { ZELKS_RShiftC_16s(sa(), 3, sc(), n); }},
+            {"scalar", [](int n) { peer::rshiftc_16s(sa(), 3, sc(), n); }},
+        }},
+        // In place, as VOLK's kernel works.
+        {"SwapBytes_32u", Data::i16, 8, {
+            {"ZELK", [](int n) { ZELKS_SwapBytes_32u_I(reinterpret_cast<uint32_t*>(g_buf.c), n); }},
+            {"VOLK", [](int n) { volk_32u_byteswap(reinterpret_cast<uint32_t*>(g_buf.c), u(n)); }},
+            {"scalar", [](int n) { peer::swapbytes_32u(reinterpret_cast<uint32_t*>(g_buf.c), n); }},
         }},
         // Nearest even, no scaling, saturated to 16 bits.
         {"Convert_32f16s_S", Data::f32, 6, {

@@ -27,6 +27,21 @@ void add_16s_scaled(const int16_t* a, const int16_t* b, int16_t* c, int n, int s
 void sub_32fc(const float* a, const float* b, float* c, int n) {
     for (int i = 0; i < 2 * n; ++i) c[i] = b[i] - a[i];
 }
+void addc_32f(const float* a, float v, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = a[i] + v;
+}
+void addc_16s_scaled(const int16_t* a, int16_t v, int16_t* c, int n, int shift) {
+    const int32_t half = 1 << (shift - 1), mask = (1 << shift) - 1;
+    for (int i = 0; i < n; ++i) {
+        int32_t r = int32_t(a[i]) + v;
+        int32_t q = r >> shift, f = r & mask;
+        q += (f > half) | ((f == half) & (q & 1));
+        c[i] = sat16(q);
+    }
+}
+void addproductc_32f(const float* a, float v, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::fma(a[i], v, c[i]);
+}
 void mul_32f(const float* a, const float* b, float* c, int n) {
     for (int i = 0; i < n; ++i) c[i] = a[i] * b[i];
 }
@@ -42,6 +57,15 @@ void mulc_32f(const float* a, float v, float* c, int n) {
 }
 void divc_32f(const float* a, float v, float* c, int n) {
     for (int i = 0; i < n; ++i) c[i] = a[i] / v;
+}
+void and_8u(const uint8_t* a, const uint8_t* b, uint8_t* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = a[i] & b[i];
+}
+void rshiftc_16s(const int16_t* a, int k, int16_t* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = int16_t(a[i] >> k);
+}
+void swapbytes_32u(uint32_t* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = __builtin_bswap32(c[i]);
 }
 void convert_32f16s(const float* a, int16_t* c, int n) {
     for (int i = 0; i < n; ++i) {

@@ -8,10 +8,16 @@ void add_32f(const float* a, const float* b, float* c, int n);
 void add_16s_sat(const int16_t* a, const int16_t* b, int16_t* c, int n);
 void add_16s_scaled(const int16_t* a, const int16_t* b, int16_t* c, int n, int shift);
 void sub_32fc(const float* a, const float* b, float* c, int n);  // n complex elements
+void addc_32f(const float* a, float v, float* c, int n);
+void addc_16s_scaled(const int16_t* a, int16_t v, int16_t* c, int n, int shift);
+void addproductc_32f(const float* a, float v, float* c, int n);  // c += a * v, fused
 void mul_32f(const float* a, const float* b, float* c, int n);
 void mul_32fc(const float* a, const float* b, float* c, int n);
 void mulc_32f(const float* a, float v, float* c, int n);
 void divc_32f(const float* a, float v, float* c, int n);
+void and_8u(const uint8_t* a, const uint8_t* b, uint8_t* c, int n);
+void rshiftc_16s(const int16_t* a, int k, int16_t* c, int n);
+void swapbytes_32u(uint32_t* c, int n);  // in place
 void convert_32f16s(const float* a, int16_t* c, int n);  // nearest even, saturated
 void convert_16s32f(const int16_t* a, float* c, int n);
 void convert_32f16f(const float* a, uint16_t* c, int n);

@@ -66,6 +66,20 @@ int main(void) {
         print_16s("num/den", q, 4);
     }
 
+    printf("\nBig-endian words to host order, and shifts by a constant count (bits shifted out are lost):\n");
+    {
+        Zelk32u w[2] = {0x01020304u, 0xdeadbeefu};
+        Zelk16s s[4] = {-1, 16384, -32768, 100}, r[4];
+        show_status("ZELKS_SwapBytes_32u_I", ZELKS_SwapBytes_32u_I(w, 2));
+        printf("  0x%08x 0x%08x\n", (unsigned)w[0], (unsigned)w[1]);
+        print_16s("s", s, 4);
+        show_status("ZELKS_LShiftC_16s(s, 1, r, 4)", ZELKS_LShiftC_16s(s, 1, r, 4));
+        print_16s("s << 1", r, 4);
+        show_status("ZELKS_RShiftC_16s(s, 100, r, 4)", ZELKS_RShiftC_16s(s, 100, r, 4));
+        print_16s("s >> 100", r, 4);
+        show_status("ZELKS_RShiftC_16s(s, -1, r, 4)", ZELKS_RShiftC_16s(s, -1, r, 4));
+    }
+
     printf("\nConversions with a rounding mode (0 toward zero, 1 nearest even, 2 nearest away):\n");
     {
         Zelk32f f[5] = {2.5f, -2.5f, 3.5f, 1e9f, 65520.0f};

@@ -288,6 +288,97 @@ ZelkStatus ZELKS_Sub_32s_IS(const Zelk32s *src, Zelk32s *srcDst, int len, double
 ZelkStatus ZELKS_Sub_16sc_IS(const Zelk16sc *src, Zelk16sc *srcDst, int len, double scale);
 ZelkStatus ZELKS_Sub_32sc_IS(const Zelk32sc *src, Zelk32sc *srcDst, int len, double scale);
 
+/* ---- Arithmetic with a constant -------------------------------------------------------- */
+
+/* AddC: dst = src + val; SubC: dst = src - val; SubCRev: dst = val - src; _I and _IS forms take
+ * val, srcDst. The rules of Add and Sub: AddC_16s_I and SubC_16s_I saturate, floating forms are
+ * one IEEE operation per real part (a complex val part by part), and the _S forms give
+ * Saturate(RoundNearestEven(r * 2^-n)) of the exact r, unsigned differences below 0 giving 0.
+ * AddC_8u_S writes 0 everywhere for n > 8, whatever the data. */
+ZelkStatus ZELKS_AddC_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_AddC_64f(const Zelk64f *src, Zelk64f val, Zelk64f *dst, int len);
+ZelkStatus ZELKS_AddC_32fc(const Zelk32fc *src, Zelk32fc val, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_AddC_64fc(const Zelk64fc *src, Zelk64fc val, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_AddC_16s_I(Zelk16s val, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_AddC_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_AddC_64f_I(Zelk64f val, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_AddC_32fc_I(Zelk32fc val, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_AddC_64fc_I(Zelk64fc val, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_SubC_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_SubC_64f(const Zelk64f *src, Zelk64f val, Zelk64f *dst, int len);
+ZelkStatus ZELKS_SubC_32fc(const Zelk32fc *src, Zelk32fc val, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_SubC_64fc(const Zelk64fc *src, Zelk64fc val, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_SubC_16s_I(Zelk16s val, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_SubC_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_SubC_64f_I(Zelk64f val, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_SubC_32fc_I(Zelk32fc val, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_SubC_64fc_I(Zelk64fc val, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_SubCRev_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
+ZelkStatus ZELKS_SubCRev_64f(const Zelk64f *src, Zelk64f val, Zelk64f *dst, int len);
+ZelkStatus ZELKS_SubCRev_32fc(const Zelk32fc *src, Zelk32fc val, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_SubCRev_64fc(const Zelk64fc *src, Zelk64fc val, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_SubCRev_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_SubCRev_64f_I(Zelk64f val, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_SubCRev_32fc_I(Zelk32fc val, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_SubCRev_64fc_I(Zelk64fc val, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_AddC_8u_S(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_16u_S(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_16s_S(const Zelk16s *src, Zelk16s val, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_32s_S(const Zelk32s *src, Zelk32s val, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_16sc_S(const Zelk16sc *src, Zelk16sc val, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_32sc_S(const Zelk32sc *src, Zelk32sc val, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_AddC_8u_IS(Zelk8u val, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_16u_IS(Zelk16u val, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_16s_IS(Zelk16s val, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_32s_IS(Zelk32s val, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_16sc_IS(Zelk16sc val, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddC_32sc_IS(Zelk32sc val, Zelk32sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_8u_S(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_16u_S(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_16s_S(const Zelk16s *src, Zelk16s val, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_32s_S(const Zelk32s *src, Zelk32s val, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_16sc_S(const Zelk16sc *src, Zelk16sc val, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_32sc_S(const Zelk32sc *src, Zelk32sc val, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_SubC_8u_IS(Zelk8u val, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_16u_IS(Zelk16u val, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_16s_IS(Zelk16s val, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_32s_IS(Zelk32s val, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_16sc_IS(Zelk16sc val, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubC_32sc_IS(Zelk32sc val, Zelk32sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_8u_S(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16u_S(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16s_S(const Zelk16s *src, Zelk16s val, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_32s_S(const Zelk32s *src, Zelk32s val, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16sc_S(const Zelk16sc *src, Zelk16sc val, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_32sc_S(const Zelk32sc *src, Zelk32sc val, Zelk32sc *dst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_8u_IS(Zelk8u val, Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16u_IS(Zelk16u val, Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16s_IS(Zelk16s val, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_32s_IS(Zelk32s val, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_16sc_IS(Zelk16sc val, Zelk16sc *srcDst, int len, double scale);
+ZelkStatus ZELKS_SubCRev_32sc_IS(Zelk32sc val, Zelk32sc *srcDst, int len, double scale);
+/* The exact 65-bit sum, |r| >> n rounded by rndMode (not checked): 0 toward zero, 1 to nearest
+ * even, any other value half up (64s: a negative tie toward zero; 64u at n = 65: 1 for a sum of
+ * 2^64 or more). n <= 0 saturates; dst is 0 for n > 64 (64s) or n > 65 (64u). */
+ZelkStatus ZELKS_AddC_64s_S(const Zelk64s *src, Zelk64s val, Zelk64s *dst, int len, int rndMode, double scale);
+ZelkStatus ZELKS_AddC_64u_S(const Zelk64u *src, Zelk64u val, Zelk64u *dst, int len, int rndMode, double scale);
+
+/* AddProduct: srcDst += src1 * src2; AddProductC: srcDst += src * val. Real floating forms are
+ * one fused multiply-add; complex forms add the complex product (each part one rounded product and
+ * one fused multiply-add) to srcDst. AddProduct_32fc takes re = fma(-a.im, b.im, a.re * b.re) in
+ * whole blocks of 4 elements and re = fma(a.re, b.re, -(a.im * b.im)) in the last len mod 4. The
+ * _S forms convert p = srcDst + src1 * src2 to single (16s, rounding p to 24 bits) or double
+ * precision (32s, 53 bits; 16s32s, exact), multiply by 2^-n and round to nearest even. */
+ZelkStatus ZELKS_AddProduct_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_AddProduct_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_AddProduct_32fc(const Zelk32fc *src1, const Zelk32fc *src2, Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_AddProduct_64fc(const Zelk64fc *src1, const Zelk64fc *src2, Zelk64fc *srcDst, int len);
+ZelkStatus ZELKS_AddProduct_16s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddProduct_32s_S(const Zelk32s *src1, const Zelk32s *src2, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddProduct_16s32s_S(const Zelk16s *src1, const Zelk16s *src2, Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_AddProductC_32f(const Zelk32f *src, Zelk32f val, Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_AddProductC_64f(const Zelk64f *src, Zelk64f val, Zelk64f *srcDst, int len);
+
 /* ---- Multiplication ------------------------------------------------------------------- */
 
 /* Mul: dst = src1 * src2; MulC: dst = src * val. Integer _S forms give
@@ -417,6 +508,83 @@ ZelkStatus ZELKS_DivCRev_16u(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int 
 ZelkStatus ZELKS_DivCRev_32f(const Zelk32f *src, Zelk32f val, Zelk32f *dst, int len);
 ZelkStatus ZELKS_DivCRev_16u_I(Zelk16u val, Zelk16u *srcDst, int len);
 ZelkStatus ZELKS_DivCRev_32f_I(Zelk32f val, Zelk32f *srcDst, int len);
+
+/* ---- Logic, shifts and byte swaps ----------------------------------------------------- */
+
+/* And, Or, Xor: dst = src1 op src2 bit by bit; the C forms use val for every element; Not
+ * inverts every bit. */
+ZelkStatus ZELKS_And_8u(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len);
+ZelkStatus ZELKS_And_16u(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len);
+ZelkStatus ZELKS_And_32u(const Zelk32u *src1, const Zelk32u *src2, Zelk32u *dst, int len);
+ZelkStatus ZELKS_And_8u_I(const Zelk8u *src, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_And_16u_I(const Zelk16u *src, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_And_32u_I(const Zelk32u *src, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_AndC_8u(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_AndC_16u(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_AndC_32u(const Zelk32u *src, Zelk32u val, Zelk32u *dst, int len);
+ZelkStatus ZELKS_AndC_8u_I(Zelk8u val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_AndC_16u_I(Zelk16u val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_AndC_32u_I(Zelk32u val, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_Or_8u(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Or_16u(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Or_32u(const Zelk32u *src1, const Zelk32u *src2, Zelk32u *dst, int len);
+ZelkStatus ZELKS_Or_8u_I(const Zelk8u *src, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_Or_16u_I(const Zelk16u *src, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_Or_32u_I(const Zelk32u *src, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_OrC_8u(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_OrC_16u(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_OrC_32u(const Zelk32u *src, Zelk32u val, Zelk32u *dst, int len);
+ZelkStatus ZELKS_OrC_8u_I(Zelk8u val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_OrC_16u_I(Zelk16u val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_OrC_32u_I(Zelk32u val, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_Xor_8u(const Zelk8u *src1, const Zelk8u *src2, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Xor_16u(const Zelk16u *src1, const Zelk16u *src2, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Xor_32u(const Zelk32u *src1, const Zelk32u *src2, Zelk32u *dst, int len);
+ZelkStatus ZELKS_Xor_8u_I(const Zelk8u *src, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_Xor_16u_I(const Zelk16u *src, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_Xor_32u_I(const Zelk32u *src, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_XorC_8u(const Zelk8u *src, Zelk8u val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_XorC_16u(const Zelk16u *src, Zelk16u val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_XorC_32u(const Zelk32u *src, Zelk32u val, Zelk32u *dst, int len);
+ZelkStatus ZELKS_XorC_8u_I(Zelk8u val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_XorC_16u_I(Zelk16u val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_XorC_32u_I(Zelk32u val, Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_Not_8u(const Zelk8u *src, Zelk8u *dst, int len);
+ZelkStatus ZELKS_Not_16u(const Zelk16u *src, Zelk16u *dst, int len);
+ZelkStatus ZELKS_Not_32u(const Zelk32u *src, Zelk32u *dst, int len);
+ZelkStatus ZELKS_Not_8u_I(Zelk8u *srcDst, int len);
+
+/* Shifts by val bits; val < 0 gives ZELK_STS_SHIFT_ERR. Left shifts drop the bits shifted out
+ * (no saturation, also for 16s and 32s); val >= the width clears dst. Right shifts are logical
+ * for 8u and 16u (val >= the width clears dst) and arithmetic for 16s and 32s, where a val at or
+ * above the width acts as width - 1 (0 or -1 by the sign). */
+ZelkStatus ZELKS_LShiftC_8u(const Zelk8u *src, int val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_LShiftC_16u(const Zelk16u *src, int val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_LShiftC_16s(const Zelk16s *src, int val, Zelk16s *dst, int len);
+ZelkStatus ZELKS_LShiftC_32s(const Zelk32s *src, int val, Zelk32s *dst, int len);
+ZelkStatus ZELKS_LShiftC_8u_I(int val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_LShiftC_16u_I(int val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_LShiftC_16s_I(int val, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_LShiftC_32s_I(int val, Zelk32s *srcDst, int len);
+ZelkStatus ZELKS_RShiftC_8u(const Zelk8u *src, int val, Zelk8u *dst, int len);
+ZelkStatus ZELKS_RShiftC_16u(const Zelk16u *src, int val, Zelk16u *dst, int len);
+ZelkStatus ZELKS_RShiftC_16s(const Zelk16s *src, int val, Zelk16s *dst, int len);
+ZelkStatus ZELKS_RShiftC_32s(const Zelk32s *src, int val, Zelk32s *dst, int len);
+ZelkStatus ZELKS_RShiftC_8u_I(int val, Zelk8u *srcDst, int len);
+ZelkStatus ZELKS_RShiftC_16u_I(int val, Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_RShiftC_16s_I(int val, Zelk16s *srcDst, int len);
+ZelkStatus ZELKS_RShiftC_32s_I(int val, Zelk32s *srcDst, int len);
+
+/* SwapBytes: the bytes of every element in reverse order; 24u exchanges bytes 0 and 2 of each
+ * 3-byte element, len counting elements. */
+ZelkStatus ZELKS_SwapBytes_16u(const Zelk16u *src, Zelk16u *dst, int len);
+ZelkStatus ZELKS_SwapBytes_24u(const Zelk24u *src, Zelk24u *dst, int len);
+ZelkStatus ZELKS_SwapBytes_32u(const Zelk32u *src, Zelk32u *dst, int len);
+ZelkStatus ZELKS_SwapBytes_64u(const Zelk64u *src, Zelk64u *dst, int len);
+ZelkStatus ZELKS_SwapBytes_16u_I(Zelk16u *srcDst, int len);
+ZelkStatus ZELKS_SwapBytes_24u_I(Zelk24u *srcDst, int len);
+ZelkStatus ZELKS_SwapBytes_32u_I(Zelk32u *srcDst, int len);
+ZelkStatus ZELKS_SwapBytes_64u_I(Zelk64u *srcDst, int len);
 
 /* ---- Type conversion ------------------------------------------------------------------ */
 

@@ -5,6 +5,7 @@
 // divisor array is not: the division follows IEEE rules (x/0 an infinity that saturates, 0/0 a
 // NaN that becomes 0 in integers), every element is written, and the call returns the warning
 // 300. DivC of floating types multiplies by the reciprocal of the constant, computed once.
+#include "internal/cmul.hpp"
 #include "internal/fops.hpp"
 #include "internal/operand.hpp"
 #include "internal/zelk.hpp"
@@ -13,6 +14,8 @@ namespace zelk {
 namespace {
 
 using namespace simd;
+using cplx::load2;
+using cplx::store2;
 
 template <class T> Array<T> arr(const T* p) { return Array<T>{p}; }
 
@@ -51,11 +54,6 @@ ZelkStatus div_real(const T* a, const T* b, T* d, int len) {
 }
 
 // ---- Complex floating quotients, c the divisor (src1), d the dividend (src2).
-
-inline float32x4x2_t load2(const Zelk32fc* p) { return vld2q_f32(reinterpret_cast<const float*>(p)); }
-inline float64x2x2_t load2(const Zelk64fc* p) { return vld2q_f64(reinterpret_cast<const double*>(p)); }
-inline void store2(Zelk32fc* p, float32x4x2_t v) { vst2q_f32(reinterpret_cast<float*>(p), v); }
-inline void store2(Zelk64fc* p, float64x2x2_t v) { vst2q_f64(reinterpret_cast<double*>(p), v); }
 
 // 32fc: re = fma(c.re, d.re, c.im d.im) / den throughout. Whole blocks of 16 take den as two
 // rounded squares added and im = (d.im c.re - d.re c.im) / den with each product rounded; the

@@ -7,6 +7,7 @@
 // on the way (MulC_16s_S to 24 bits, the 32s forms to 53 bits). Complex floating products are
 // one rounded product and one fused multiply-add per part. Mul_32f and Mul_64f are the vector
 // engine's product.
+#include "internal/cmul.hpp"
 #include "internal/fops.hpp"
 #include "internal/operand.hpp"
 #include "internal/scaled.hpp"
@@ -17,6 +18,7 @@ namespace zelk {
 namespace {
 
 using namespace simd;
+using namespace cplx;
 namespace sp = scaled_paths;
 
 template <class T> Array<T> arr(const T* p) { return Array<T>{p}; }
@@ -94,30 +96,6 @@ void mul_32f32fc(const Zelk32f* a, const Zelk32fc* b, Zelk32fc* d, int len) {
 
 // ---- Complex floating products: re = fma(a.re, b.re, -(a.im * b.im)); im is
 // fma(a.im, b.re, a.re * b.im) in the first form, fma(a.re, b.im, a.im * b.re) in the second.
-
-template <class C> using part_t = decltype(C::re);
-
-template <bool First, class C>
-C cmul_one(C a, C b) {
-    C r;
-    r.re = std::fma(a.re, b.re, -(a.im * b.im));
-    r.im = First ? std::fma(a.im, b.re, a.re * b.im) : std::fma(a.re, b.im, a.im * b.re);
-    return r;
-}
-
-inline float32x4x2_t load2(const Zelk32fc* p) { return vld2q_f32(reinterpret_cast<const float*>(p)); }
-inline float64x2x2_t load2(const Zelk64fc* p) { return vld2q_f64(reinterpret_cast<const double*>(p)); }
-inline void store2(Zelk32fc* p, float32x4x2_t v) { vst2q_f32(reinterpret_cast<float*>(p), v); }
-inline void store2(Zelk64fc* p, float64x2x2_t v) { vst2q_f64(reinterpret_cast<double*>(p), v); }
-
-template <bool First, class V>
-V cmul_vec(V a, V b) {
-    V r;
-    r.val[0] = vfma(vneg(vmul(a.val[1], b.val[1])), a.val[0], b.val[0]);
-    r.val[1] = First ? vfma(vmul(a.val[0], b.val[1]), a.val[1], b.val[0])
-                     : vfma(vmul(a.val[1], b.val[0]), a.val[0], b.val[1]);
-    return r;
-}
 
 // Whole blocks of one vector of complex elements (4 of 32fc, 2 of 64fc) in the bulk form, the
 // rest in the tail form; the forms differ only in MulC_32fc_I. (Two vectors a block make GCC

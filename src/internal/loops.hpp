@@ -22,6 +22,13 @@ inline void transform(const S1* a, const S2* b, D* dst, int len, Block block, On
     for (int i = 0; i < len % Step; ++i) dst[i] = one(a[i], b[i]);
 }
 
+// acc[i] = one(a[i], b[i], acc[i]): the destination is a third source.
+template <int Step, class S1, class S2, class D, class Block, class One>
+inline void accumulate(const S1* a, const S2* b, D* acc, int len, Block block, One one) {
+    for (int n = len / Step; n > 0; --n, a += Step, b += Step, acc += Step) block(a, b, acc);
+    for (int i = 0; i < len % Step; ++i) acc[i] = one(a[i], b[i], acc[i]);
+}
+
 // A block of U whole vectors of T through a lane-wise function; all loads precede all stores.
 // The loops are unrolled by force: left rolled, GCC keeps the array on the stack.
 template <int U, class T, class F>

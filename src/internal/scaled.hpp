@@ -60,14 +60,41 @@ inline int32x4_t apply(SingleAfterDouble s, int32x4_t p) {
     return vcvtnq_s32_f32(all);
 }
 
-// RoundNearestEven(mag / 2^n) on 64-bit lanes, 1 <= n <= 64 (the quotient is 0 at n = 64).
-inline uint64x2_t round_shift_right_even(uint64x2_t mag, int n) {
+// A quotient q = mag >> n with f the n low bits of mag, 1 <= n <= 64, rounded: toward zero, to
+// nearest even, or to nearest with a tie away from zero for a positive value and toward zero for
+// a negative one (RoundHalfUp of a sign and magnitude; an unsigned value's tie goes up).
+enum class MagRound { Zero, NearestEven, HalfUp };
+
+// neg is all ones in the lanes of negative values.
+template <MagRound R>
+inline uint64x2_t round_quotient(uint64x2_t q, uint64x2_t f, int n, uint64x2_t neg) {
+    if constexpr (R == MagRound::Zero) return q;
+    const uint64x2_t half = vdupq_n_u64(uint64_t(1) << (n - 1)), tie = vceqq_u64(f, half);
+    const uint64x2_t tie_up = R == MagRound::NearestEven ? vandq_u64(tie, vtstq_u64(q, vdupq_n_u64(1)))
+                                                         : vbicq_u64(tie, neg);
+    return vsubq_u64(q, vorrq_u64(vcgtq_u64(f, half), tie_up));  // all ones where q gains 1
+}
+template <MagRound R>
+inline uint64_t round_quotient(uint64_t q, uint64_t f, int n, bool neg) {
+    if constexpr (R == MagRound::Zero) return q;
+    const uint64_t half = uint64_t(1) << (n - 1);
+    const bool tie_up = R == MagRound::NearestEven ? (q & 1) != 0 : !neg;
+    return q + ((f > half || (f == half && tie_up)) ? 1 : 0);
+}
+
+// mag >> n rounded on 64-bit lanes, 1 <= n <= 64 (the quotient is 0 at n = 64).
+template <MagRound R>
+inline uint64x2_t round_shift_right(uint64x2_t mag, int n, uint64x2_t neg) {
     const uint64x2_t q = vshlq_u64(mag, vdupq_n_s64(-n));
-    const uint64x2_t f = vandq_u64(mag, vdupq_n_u64(~uint64_t(0) >> (64 - n)));
-    const uint64x2_t half = vdupq_n_u64(uint64_t(1) << (n - 1));
-    const uint64x2_t up = vorrq_u64(vcgtq_u64(f, half),
-                                    vandq_u64(vceqq_u64(f, half), vtstq_u64(q, vdupq_n_u64(1))));
-    return vsubq_u64(q, up);  // up is all ones where q gains 1
+    return round_quotient<R>(q, vandq_u64(mag, vdupq_n_u64(~uint64_t(0) >> (64 - n))), n, neg);
+}
+template <MagRound R>
+inline uint64_t round_shift_right(uint64_t mag, int n, bool neg) {
+    const uint64_t q = n == 64 ? 0 : mag >> n;
+    return round_quotient<R>(q, mag & (~uint64_t(0) >> (64 - n)), n, neg);
+}
+inline uint64x2_t round_shift_right_even(uint64x2_t mag, int n) {
+    return round_shift_right<MagRound::NearestEven>(mag, n, vdupq_n_u64(0));
 }
 
 inline int64x2_t apply(Exact e, int64x2_t p) {

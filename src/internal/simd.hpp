@@ -270,9 +270,11 @@ inline V uqshl(V a, C b) {
 #undef vqshlq_u8
 #undef vqshlq_u16
 #undef vqshlq_u32
+#undef vqshlq_u64
 inline uint8x16_t vqshlq_u8(uint8x16_t a, int8x16_t b) { return zelk_shim::uqshl<uint8_t>(a, b); }
 inline uint16x8_t vqshlq_u16(uint16x8_t a, int16x8_t b) { return zelk_shim::uqshl<uint16_t>(a, b); }
 inline uint32x4_t vqshlq_u32(uint32x4_t a, int32x4_t b) { return zelk_shim::uqshl<uint32_t>(a, b); }
+inline uint64x2_t vqshlq_u64(uint64x2_t a, int64x2_t b) { return zelk_shim::uqshl<uint64_t>(a, b); }
 
 // ---- Shims for the multiplication and division families.
 

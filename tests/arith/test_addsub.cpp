@@ -2,128 +2,23 @@
 // (the scaled forms included, whatever precision the library works in), floating results from
 // one scalar IEEE operation. Every scaled member runs over a sweep of scales from 2^-70 to 2^70
 // and the extremes where 2^-n leaves single precision, at lengths that cover bulk and tail.
-#include "zt.hpp"
+#include "sums_ref.hpp"
 
 namespace {
 
-using zt::Guarded;
-using i128 = __int128;
-
-template <class P> constexpr i128 lowest = std::numeric_limits<P>::lowest();
-template <class P> constexpr i128 highest = std::numeric_limits<P>::max();
-
-template <class P> P clamp_to(i128 v) { return P(v < lowest<P> ? lowest<P> : v > highest<P> ? highest<P> : v); }
-
-// ---- The scale rule from its definition: n = log2(scale) truncated toward zero, then
-// Saturate(RoundNearestEven(r * 2^-n)) of the exact r.
-
-int scale_n(double scale) {
-    int e = std::ilogb(scale);                             // floor(log2(scale))
-    if (scale < 1 && std::ldexp(1.0, e) != scale) e += 1;  // toward zero below 1
-    return e;
-}
-
-template <class P> P ref_scaled(i128 r, int n) {
-    if (n >= 0) {
-        if (n > 100) return 0;  // |r| <= 2^65
-        i128 q = r >> n;        // floor
-        const i128 twice_rem = 2 * (r - q * (i128(1) << n)), unit = i128(1) << n;
-        if (twice_rem > unit || (twice_rem == unit && (q & 1))) ++q;
-        return clamp_to<P>(q);
-    }
-    if (r == 0) return 0;
-    if (-n >= 63) return r > 0 ? P(highest<P>) : P(lowest<P>);  // |r * 2^63| exceeds 64-bit ranges
-    return clamp_to<P>(r * (i128(1) << -n));
-}
-
-struct AddOp { static constexpr bool sub = false; };
-struct SubOp { static constexpr bool sub = true; };
-template <class Op, class P> i128 exact(P x, P y) { return Op::sub ? i128(y) - i128(x) : i128(x) + i128(y); }
-
-// ---- Data. Beside Rng's mix (extremes, small values, raw bits): pairs whose r is a multiple of
-// 2^(n-1) (ties when n > 0) and pairs whose r * 2^-n lands next to the range ends (n < 0).
-
-template <class P> P fit_or_any(zt::Rng& rng, i128 v) {
-    return v >= lowest<P> && v <= highest<P> ? P(v) : rng.any<P>();
-}
-
-template <class P> void fill_for_scale(zt::Rng& rng, P* p, size_t count, int n) {
-    constexpr int bits = 8 * sizeof(P);
-    for (size_t i = 0; i < count; ++i) {
-        switch (rng.next() % 4) {
-        case 0: p[i] = rng.any<P>(); break;
-        case 1: p[i] = fit_or_any<P>(rng, std::is_signed_v<P> ? rng.range(-3, 3) : rng.range(0, 6)); break;
-        default:
-            if (n > 0 && n <= bits) {
-                p[i] = fit_or_any<P>(rng, i128(std::is_signed_v<P> ? rng.range(-5, 5) : rng.range(0, 10)) << (n - 1));
-            } else if (n < 0 && -n < bits) {
-                const i128 edge = (rng.next() & 1) ? highest<P> : lowest<P>;
-                p[i] = fit_or_any<P>(rng, (edge >> (1 - n)) + rng.range(-1, 1));
-            } else {
-                p[i] = rng.any<P>();
-            }
-        }
-    }
-}
-
-// The scales of the sweep: every power of two from 2^-70 to 2^70, values between powers, and
-// the extremes where the single-precision multiplier becomes 0 or inf.
-std::vector<double> sweep_scales() {
-    std::vector<double> v;
-    for (int e = -70; e <= 70; ++e) v.push_back(std::ldexp(1.0, e));
-    for (double s : {0.75, 1.5, 3.0, 1000.0, 1024.0, 0.3, 1.999, 0.2, 0x1.8p40, 0x1.fffffffffffffp-31,
-                     0x1p64, 0x1p65, 0x1.8p64, 0x1p-126, 0x1p-127, 0x1p-128, 0x1p-149, 0x1p-150,
-                     0x1.8p-150, 0x1p127, 0x1p128, 0x1p149, 0x1p150, 0x1.8p150, 0x1p1023,
-                     std::numeric_limits<double>::max(), std::numeric_limits<double>::min(),
-                     std::numeric_limits<double>::denorm_min()})
-        v.push_back(s);
-    return v;
-}
+using namespace sums_ref;
 
 template <class T> using part_t = zt::scalar_t<T>;
-template <class T> using ScaledFn = ZelkStatus (*)(const T*, const T*, T*, int, double);
-template <class T> using ScaledInPlaceFn = ZelkStatus (*)(const T*, T*, int, double);
-
-// Runs f (and f_is on srcDst = src2) at every length and scale and compares with the rule.
-template <class Op, class T>
-void check_scaled(const char* name, ScaledFn<T> f, ScaledInPlaceFn<T> f_is,
-                  const std::vector<int>& lens, const std::vector<double>& scales) {
-    using P = part_t<T>;
-    constexpr size_t parts = zt::parts<T>::count;
-    SCOPED_TRACE(name);
-    zt::Rng rng(name);
-    for (int len : lens) {
-        const size_t elems = static_cast<size_t>(len), count = elems * parts;
-        Guarded<T> a(elems), b(elems), d(elems), in_place(elems);
-        std::vector<P> want(count);
-        for (double scale : scales) {
-            const int n = scale_n(scale);
-            P *x = zt::scalars(a.data()), *y = zt::scalars(b.data());
-            fill_for_scale(rng, x, count, n);
-            fill_for_scale(rng, y, count, n);
-            for (size_t i = 0; i < count; ++i) want[i] = ref_scaled<P>(exact<Op>(x[i], y[i]), n);
-            ASSERT_EQ(f(a.data(), b.data(), d.data(), len, scale), ZELK_STS_NO_ERR);
-            ASSERT_TRUE(zt::arrays_equal(zt::scalars(d.data()), want.data(), count))
-                << "len " << len << ", scale " << scale << " (n = " << n << ")";
-            if (!f_is) continue;
-            std::memcpy(in_place.data(), b.data(), sizeof(T) * size_t(len));
-            ASSERT_EQ(f_is(a.data(), in_place.data(), len, scale), ZELK_STS_NO_ERR);
-            ASSERT_TRUE(zt::arrays_equal(zt::scalars(in_place.data()), want.data(), count))
-                << "in place, len " << len << ", scale " << scale << " (n = " << n << ")";
-        }
-    }
-}
 
 template <class Op, class T>
-void scaled_row(const char* name, ScaledFn<T> f, ScaledInPlaceFn<T> f_is) {
-    std::vector<int> lens;  // bulk and tail of every block size, without the longest length
-    for (int len : zt::lengths())
-        if (len < 1000) lens.push_back(len);
-    check_scaled<Op>(name, f, f_is, lens, sweep_scales());
-    check_scaled<Op>(name, f, f_is, zt::lengths(), {0.25, 1.0, 8.0});
+void array_row(const char* name, ZelkStatus (*f)(const T*, const T*, T*, int, double),
+               ZelkStatus (*f_is)(const T*, T*, int, double)) {
+    Call<T> in_place;
+    if (f_is) in_place = [f_is](const T* x, const T*, T* d, int len, double s) { return f_is(x, d, len, s); };
+    scaled_row<Op, T>(name, f, in_place);
 }
 
-#define SCALED_ROW(op, f, f_is) scaled_row<op>(#f, f, f_is)
+#define SCALED_ROW(op, f, f_is) array_row<op>(#f, f, f_is)
 
 TEST(AddSubScaled, ExactRuleOverScaleSweep) {
     SCALED_ROW(AddOp, ZELKS_Add_8u_S, ZELKS_Add_8u_IS);
@@ -132,7 +27,7 @@ TEST(AddSubScaled, ExactRuleOverScaleSweep) {
     SCALED_ROW(AddOp, ZELKS_Add_32s_S, ZELKS_Add_32s_IS);
     SCALED_ROW(AddOp, ZELKS_Add_16sc_S, ZELKS_Add_16sc_IS);
     SCALED_ROW(AddOp, ZELKS_Add_32sc_S, ZELKS_Add_32sc_IS);
-    scaled_row<AddOp, Zelk64s>("ZELKS_Add_64s_S", ZELKS_Add_64s_S, nullptr);
+    array_row<AddOp, Zelk64s>("ZELKS_Add_64s_S", ZELKS_Add_64s_S, nullptr);
     SCALED_ROW(SubOp, ZELKS_Sub_8u_S, ZELKS_Sub_8u_IS);
     SCALED_ROW(SubOp, ZELKS_Sub_16u_S, ZELKS_Sub_16u_IS);
     SCALED_ROW(SubOp, ZELKS_Sub_16s_S, ZELKS_Sub_16s_IS);
@@ -223,42 +118,12 @@ TEST(AddSubScaled, ZeroStaysZeroAndTinyScalesSaturate) {
 
 // ---- Plain, in-place and mixed forms.
 
-template <class Op, class P> P ref_plain(P x, P y) {
-    if constexpr (std::is_floating_point_v<P>) return Op::sub ? y - x : x + y;
-    else return clamp_to<P>(exact<Op>(x, y));
-}
-
-// Bits must match, except that where both operands are NaN only NaN-ness is fixed.
-template <class P>
-::testing::AssertionResult match(const P* got, const P* want, const P* x, const P* y, size_t n) {
-    std::vector<P> g(got, got + n), w(want, want + n);
-    if constexpr (std::is_floating_point_v<P>)
-        for (size_t i = 0; i < n; ++i)
-            if (std::isnan(x[i]) && std::isnan(y[i]) && std::isnan(g[i])) g[i] = w[i];
-    return zt::arrays_equal(g.data(), w.data(), n);
-}
-
 template <class Op, class T>
-void check_plain(const char* name, ZelkStatus (*f)(const T*, const T*, T*, int),
-                 ZelkStatus (*f_i)(const T*, T*, int)) {
-    using P = part_t<T>;
-    SCOPED_TRACE(name);
-    zt::Rng rng(name);
-    for (int len : zt::lengths()) {
-        const size_t elems = static_cast<size_t>(len), count = elems * zt::parts<T>::count;
-        Guarded<T> a(elems), b(elems), d(elems);
-        zt::fill_any(rng, a.data(), a.size());
-        zt::fill_any(rng, b.data(), b.size());
-        const P *x = zt::scalars(a.data()), *y = zt::scalars(b.data());
-        std::vector<P> want(count);
-        for (size_t i = 0; i < count; ++i) want[i] = ref_plain<Op>(x[i], y[i]);
-        ASSERT_EQ(f(a.data(), b.data(), d.data(), len), ZELK_STS_NO_ERR);
-        EXPECT_TRUE(match(zt::scalars(d.data()), want.data(), x, y, count)) << "len " << len;
-        if (!f_i) continue;
-        Guarded<T> in_place(b);
-        ASSERT_EQ(f_i(a.data(), in_place.data(), len), ZELK_STS_NO_ERR);
-        EXPECT_TRUE(match(zt::scalars(in_place.data()), want.data(), x, y, count)) << "in place, len " << len;
-    }
+void check_plain(const char* name, ZelkStatus (*f)(const T*, const T*, T*, int), ZelkStatus (*f_i)(const T*, T*, int)) {
+    Call<T> in_place;
+    if (f_i) in_place = [f_i](const T* x, const T*, T* d, int len, double) { return f_i(x, d, len); };
+    sums_ref::check_plain<Op, T>(name, [f](const T* x, const T* y, T* d, int len, double) { return f(x, y, d, len); },
+                                 in_place);
 }
 
 TEST(AddSub, PlainAndInPlaceMatchReference) {

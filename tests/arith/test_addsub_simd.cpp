@@ -64,6 +64,8 @@ TEST(AddSubSimd, SaturatingShiftByRegisterLikeNeon) {
         vst1q_u16(o, vqshlq_u16(vld1q_u16(a), vld1q_s16(c))); });
     expect_qshl<uint32_t, int32_t>("vqshlq_u32", [](const uint32_t* a, const int32_t* c, uint32_t* o) {
         vst1q_u32(o, vqshlq_u32(vld1q_u32(a), vld1q_s32(c))); });
+    expect_qshl<uint64_t, int64_t>("vqshlq_u64", [](const uint64_t* a, const int64_t* c, uint64_t* o) {
+        vst1q_u64(o, vqshlq_u64(vld1q_u64(a), vld1q_s64(c))); });
     expect_qshl<int16_t, int16_t>("vqshlq_s16", [](const int16_t* a, const int16_t* c, int16_t* o) {
         vst1q_s16(o, vqshlq_s16(vld1q_s16(a), vld1q_s16(c))); });
     expect_qshl<int32_t, int32_t>("vqshlq_s32", [](const int32_t* a, const int32_t* c, int32_t* o) {

@@ -171,15 +171,15 @@ TEST(Every, ElementWiseExtrema) {
     check_every<Min, Zelk32s>("MinEvery_32s_I", nullptr, ZELKS_MinEvery_32s_I);
 }
 
-#define ZT_CASES(t) ZT_CASE(ZELKS_Max_##t), ZT_CASE(ZELKS_Min_##t), ZT_CASE(ZELKS_MaxAbs_##t), ZT_CASE(ZELKS_MinAbs_##t), \
-    ZT_CASE(ZELKS_MaxIndx_##t), ZT_CASE(ZELKS_MinIndx_##t), ZT_CASE(ZELKS_MaxEvery_##t##_I), ZT_CASE(ZELKS_MinEvery_##t##_I)
-#define ZT_MM_CASES(t) ZT_CASE(ZELKS_MinMax_##t), ZT_CASE(ZELKS_MinMaxIndx_##t)
+#define ZT_CASES(t) ZT_REDUCTION(ZELKS_Max_##t), ZT_REDUCTION(ZELKS_Min_##t), ZT_REDUCTION(ZELKS_MaxAbs_##t), ZT_REDUCTION(ZELKS_MinAbs_##t), \
+    ZT_REDUCTION(ZELKS_MaxIndx_##t), ZT_REDUCTION(ZELKS_MinIndx_##t), ZT_CASE(ZELKS_MaxEvery_##t##_I), ZT_CASE(ZELKS_MinEvery_##t##_I)
+#define ZT_MM_CASES(t) ZT_REDUCTION(ZELKS_MinMax_##t), ZT_REDUCTION(ZELKS_MinMaxIndx_##t)
 
 TEST(Extrema, CheckOrder) {
     for (const auto& c : {ZT_CASES(16s), ZT_CASES(32s), ZT_CASES(32f), ZT_CASES(64f), ZT_MM_CASES(8u), ZT_MM_CASES(16u),
                           ZT_MM_CASES(16s), ZT_MM_CASES(32u), ZT_MM_CASES(32s), ZT_MM_CASES(32f), ZT_MM_CASES(64f),
-                          ZT_CASE(ZELKS_MaxAbsIndx_16s), ZT_CASE(ZELKS_MaxAbsIndx_32s), ZT_CASE(ZELKS_MinAbsIndx_16s),
-                          ZT_CASE(ZELKS_MinAbsIndx_32s), ZT_CASE(ZELKS_MaxEvery_32f), ZT_CASE(ZELKS_MaxEvery_64f),
+                          ZT_REDUCTION(ZELKS_MaxAbsIndx_16s), ZT_REDUCTION(ZELKS_MaxAbsIndx_32s), ZT_REDUCTION(ZELKS_MinAbsIndx_16s),
+                          ZT_REDUCTION(ZELKS_MinAbsIndx_32s), ZT_CASE(ZELKS_MaxEvery_32f), ZT_CASE(ZELKS_MaxEvery_64f),
                           ZT_CASE(ZELKS_MinEvery_32f), ZT_CASE(ZELKS_MinEvery_64f)})
         zt::expect_check_order(c);
 }

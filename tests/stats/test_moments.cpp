@@ -302,15 +302,15 @@ TEST(SumLn, TermsOfTheTableInIndexOrder) {
 
 TEST(Moments, CheckOrder) {
     std::vector<zt::CheckCase> cases = {
-        ZT_CASE(ZELKS_Sum_32f), ZT_CASE(ZELKS_Sum_32fc), ZT_CASE(ZELKS_Sum_64f), ZT_CASE(ZELKS_Sum_64fc), ZT_CASE(ZELKS_Sum_16s_S),
-        ZT_CASE(ZELKS_Sum_32s_S), ZT_CASE(ZELKS_Sum_16s32s_S), ZT_CASE(ZELKS_Sum_16sc_S), ZT_CASE(ZELKS_Sum_16sc32sc_S),
-        ZT_CASE(ZELKS_Mean_32f), ZT_CASE(ZELKS_Mean_32fc), ZT_CASE(ZELKS_Mean_64f), ZT_CASE(ZELKS_Mean_64fc), ZT_CASE(ZELKS_Mean_16s_S),
-        ZT_CASE(ZELKS_Mean_32s_S), ZT_CASE(ZELKS_Mean_16sc_S), ZT_CASE(ZELKS_SumLn_32f), ZT_CASE(ZELKS_SumLn_64f),
-        ZT_CASE(ZELKS_SumLn_32f64f), ZT_CASE(ZELKS_SumLn_16s32f)};
+        ZT_REDUCTION(ZELKS_Sum_32f), ZT_REDUCTION(ZELKS_Sum_32fc), ZT_REDUCTION(ZELKS_Sum_64f), ZT_REDUCTION(ZELKS_Sum_64fc), ZT_REDUCTION(ZELKS_Sum_16s_S),
+        ZT_REDUCTION(ZELKS_Sum_32s_S), ZT_REDUCTION(ZELKS_Sum_16s32s_S), ZT_REDUCTION(ZELKS_Sum_16sc_S), ZT_REDUCTION(ZELKS_Sum_16sc32sc_S),
+        ZT_REDUCTION(ZELKS_Mean_32f), ZT_REDUCTION(ZELKS_Mean_32fc), ZT_REDUCTION(ZELKS_Mean_64f), ZT_REDUCTION(ZELKS_Mean_64fc), ZT_REDUCTION(ZELKS_Mean_16s_S),
+        ZT_REDUCTION(ZELKS_Mean_32s_S), ZT_REDUCTION(ZELKS_Mean_16sc_S), ZT_REDUCTION(ZELKS_SumLn_32f), ZT_REDUCTION(ZELKS_SumLn_64f),
+        ZT_REDUCTION(ZELKS_SumLn_32f64f), ZT_REDUCTION(ZELKS_SumLn_16s32f)};
     cases[15].bad_status = 0;
-    for (zt::CheckCase c : {ZT_CASE(ZELKS_MeanStdDev_16s_S), ZT_CASE(ZELKS_MeanStdDev_16s32s_S), ZT_CASE(ZELKS_StdDev_16s_S),
-                            ZT_CASE(ZELKS_StdDev_16s32s_S), ZT_CASE(ZELKS_MeanStdDev_32f), ZT_CASE(ZELKS_MeanStdDev_64f),
-                            ZT_CASE(ZELKS_StdDev_32f), ZT_CASE(ZELKS_StdDev_64f)}) {
+    for (zt::CheckCase c : {ZT_REDUCTION(ZELKS_MeanStdDev_16s_S), ZT_REDUCTION(ZELKS_MeanStdDev_16s32s_S), ZT_REDUCTION(ZELKS_StdDev_16s_S),
+                            ZT_REDUCTION(ZELKS_StdDev_16s32s_S), ZT_REDUCTION(ZELKS_MeanStdDev_32f), ZT_REDUCTION(ZELKS_MeanStdDev_64f),
+                            ZT_REDUCTION(ZELKS_StdDev_32f), ZT_REDUCTION(ZELKS_StdDev_64f)}) {
         c.bad_len = 2;
         if (!c.name.ends_with("_S")) c.late = c.pointers == 3 ? 0b011 : 0b01;  // src and mean
         cases.push_back(c);

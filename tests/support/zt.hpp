@@ -212,14 +212,15 @@ CheckCase check_case(const char* name, ZelkStatus (*f)(T*, int, double)) {
             ZELK_STS_SCALE_ERR};
 }
 // Reductions: f(src, len, outputs..., [hint or scale]). A trailing int is a selector that is
-// never refused; a trailing double is a scale.
+// never refused; a trailing double is a scale. ZT_REDUCTION(f) names the case after f (the shape
+// can look like one with a constant operand, so it has a name of its own).
 template <class A> A reduction_arg(void** p, int& next_pointer, bool bad) {
     if constexpr (std::is_pointer_v<A>) return static_cast<A>(p[next_pointer++]);
     else if constexpr (std::is_same_v<A, double>) return bad ? -1.0 : 1.0;
     else return A(1);
 }
 template <class S, class... A>
-CheckCase check_case(const char* name, ZelkStatus (*f)(const S*, int, A...)) {
+CheckCase reduction_case(const char* name, ZelkStatus (*f)(const S*, int, A...)) {
     return {name, 1 + (int(std::is_pointer_v<A>) + ... + 0),
             [f](void** p, int n, bool bad) {
                 int k = 1;
@@ -228,7 +229,26 @@ CheckCase check_case(const char* name, ZelkStatus (*f)(const S*, int, A...)) {
             },
             (std::is_same_v<A, double> || ...) ? ZELK_STS_SCALE_ERR : 0};
 }
+// With a constant operand (val, never made bad here): src, val, dst, len [, scale] and
+// val, srcDst, len, scale.
+template <class S, class V, class D>
+    requires(!std::is_pointer_v<V>)
+CheckCase check_case(const char* name, ZelkStatus (*f)(const S*, V, D*, int)) {
+    return {name, 2, [f](void** p, int n, bool) { return f((const S*)p[0], V{}, (D*)p[1], n); }};
+}
+template <class S, class V, class D>
+    requires(!std::is_pointer_v<V>)
+CheckCase check_case(const char* name, ZelkStatus (*f)(const S*, V, D*, int, double)) {
+    return {name, 2, [f](void** p, int n, bool bad) { return f((const S*)p[0], V{}, (D*)p[1], n, bad ? -1.0 : 1.0); },
+            ZELK_STS_SCALE_ERR};
+}
+template <class V, class T>
+    requires(!std::is_pointer_v<V>)
+CheckCase check_case(const char* name, ZelkStatus (*f)(V, T*, int, double)) {
+    return {name, 1, [f](void** p, int n, bool bad) { return f(V{}, (T*)p[0], n, bad ? -1.0 : 1.0); }, ZELK_STS_SCALE_ERR};
+}
 #define ZT_CASE(f) ::zt::check_case(#f, f)
+#define ZT_REDUCTION(f) ::zt::reduction_case(#f, f)
 
 // ---- Golden hashes: one row per function of a family's output on fixed random input, the
 // same on both builds. ZELK_GOLDEN_PRINT=1 prints the rows instead of checking them.
