@@ -60,6 +60,16 @@ Zelk8u* topk_block() {
     return b;
 }
 
+// The median filter's scratch block, for the largest window benchmarked.
+Zelk8u* median_block() {
+    static Zelk8u* b = [] { Zelk8u* p = nullptr; ZELKS_FilterMedianInit(31, 13, &p); return p; }();
+    return b;
+}
+ZelkRandSpec* uniform_spec() {
+    static ZelkRandSpec* s = [] { ZelkRandSpec* p = nullptr; ZELKS_RandUniformInit_32f(&p, -1.0f, 1.0f, 7); return p; }();
+    return s;
+}
+
 std::vector<Function> make_functions() {
     const float k = 0.75f;
     std::vector<Function> f = {
@@ -224,6 +234,24 @@ std::vector<Function> make_functions() {
             {"ZELK", [](int n) { ZELKS_TopK_32f(fa(), 0, 4, n, g_top_values, g_top_index, kTopK, 0, topk_block()); }},
             {"std::partial_sort", [](int n) { peer::top_k_32f(fc(), n, kTopK); }},
         }, restore_c},
+        // Moving medians: the network windows and a sorted one, against std::nth_element per output.
+        {"FilterMedian_32f_3", Data::f32, 8, {
+            {"ZELK", [](int n) { ZELKS_FilterMedian_32f(fa(), fc(), n, 3, nullptr, nullptr, median_block()); }},
+            {"nth_element", [](int n) { peer::median_32f(fa(), fc(), n, 3); }},
+        }},
+        {"FilterMedian_32f_5", Data::f32, 8, {
+            {"ZELK", [](int n) { ZELKS_FilterMedian_32f(fa(), fc(), n, 5, nullptr, nullptr, median_block()); }},
+            {"nth_element", [](int n) { peer::median_32f(fa(), fc(), n, 5); }},
+        }},
+        {"FilterMedian_32f_31", Data::f32, 8, {
+            {"ZELK", [](int n) { ZELKS_FilterMedian_32f(fa(), fc(), n, 31, nullptr, nullptr, median_block()); }},
+            {"nth_element", [](int n) { peer::median_32f(fa(), fc(), n, 31); }},
+        }},
+        // Uniform values in [-1, 1) from a reseeded drand48 stream.
+        {"RandUniform_32f", Data::f32, 4, {
+            {"ZELK", [](int n) { ZELKS_RandUniform_32f(fc(), n, uniform_spec()); }},
+            {"scalar", [](int n) { peer::rand_uniform_32f(fc(), n, -1.0f, 1.0f, 7); }},
+        }},
     };
     return f;
 }

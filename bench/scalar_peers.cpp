@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 
@@ -133,5 +134,20 @@ void sort_32f(float* a, int n) { std::sort(a, a + n); }
 void sort_32s(int32_t* a, int n) { std::sort(a, a + n); }
 void sort_64u(uint64_t* a, int n) { std::sort(a, a + n); }
 void top_k_32f(float* a, int n, int k) { std::partial_sort(a, a + std::min(k, n), a + n, std::greater<float>()); }
+
+// The window before the first sample repeats it, as the filter's does without a delay line.
+void median_32f(const float* a, float* c, int n, int m) {
+    float w[64];
+    for (int i = 0; i < n; ++i) {
+        for (int k = 0; k < m; ++k) w[k] = a[i - m + 1 + k < 0 ? 0 : i - m + 1 + k];
+        std::nth_element(w, w + m / 2, w + m);
+        c[i] = w[m / 2];
+    }
+}
+void rand_uniform_32f(float* c, int n, float low, float high, long seed) {
+    srand48(seed);
+    const float range = high - low;
+    for (int i = 0; i < n; ++i) c[i] = float(low + range * drand48());
+}
 
 }  // namespace peer

@@ -35,4 +35,6 @@ void sort_32f(float* a, int n);
 void sort_32s(int32_t* a, int n);
 void sort_64u(uint64_t* a, int n);
 void top_k_32f(float* a, int n, int k);  // the k largest first, descending: std::partial_sort
+void median_32f(const float* a, float* c, int n, int m);  // std::nth_element on each window
+void rand_uniform_32f(float* c, int n, float low, float high, long seed);
 }  // namespace peer

@@ -768,6 +768,28 @@ ZelkStatus ZELKS_MinEvery_32s_I(const Zelk32s *src, Zelk32s *srcDst, int len);
 ZelkStatus ZELKS_MinEvery_32f_I(const Zelk32f *src, Zelk32f *srcDst, int len);
 ZelkStatus ZELKS_MinEvery_64f_I(const Zelk64f *src, Zelk64f *srcDst, int len);
 
+/* ---- Random generators ---------------------------------------------------------------------- */
+
+/* A spec holds two parameters and a seed. Every fill reseeds the process-wide drand48 stream
+ * with the seed (srand48) and draws from it, so a spec gives the same vector on every call and
+ * leaves the stream where the fill ended; fills must not run concurrently with other users of
+ * drand48. Blocks of 8 (64f: 2 for RandUniform, 4 for RandGauss) and the tail round differently. */
+typedef struct ZelkRandSpec ZelkRandSpec;
+
+/* RandUniform: low + (high - low) * drand48(); integer results truncated and saturated. */
+ZelkStatus ZELKS_RandUniformInit_8u(ZelkRandSpec **pSpec, Zelk8u low, Zelk8u high, unsigned seed);
+ZelkStatus ZELKS_RandUniformInit_16s(ZelkRandSpec **pSpec, Zelk16s low, Zelk16s high, unsigned seed);
+ZelkStatus ZELKS_RandUniformInit_32f(ZelkRandSpec **pSpec, Zelk32f low, Zelk32f high, unsigned seed);
+ZelkStatus ZELKS_RandUniformInit_64f(ZelkRandSpec **pSpec, Zelk64f low, Zelk64f high, unsigned seed);
+ZelkStatus ZELKS_RandUniform_8u(Zelk8u *dst, int len, const ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandUniform_16s(Zelk16s *dst, int len, const ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandUniform_32f(Zelk32f *dst, int len, const ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandUniform_64f(Zelk64f *dst, int len, const ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandUniformRelease_8u(ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandUniformRelease_16s(ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandUniformRelease_32f(ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandUniformRelease_64f(ZelkRandSpec *spec);
+
 /* ---- Sorting and selection ----------------------------------------------------------- */
 
 /* SortAscend/SortDescend, in place: 8u counts on the stack; 16u and 16s count from 4096
