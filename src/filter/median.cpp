@@ -2,6 +2,7 @@
 // taken down by one, with a warning). Windows of 3, 5, 7 and 9 run a min/max network over whole
 // vectors of outputs; any other window, and the outputs whose window reaches into the past or
 // lies behind the last whole vector, copy the window into the scratch block and sort it.
+#include "internal/minmax.hpp"
 #include "internal/zelk.hpp"
 
 namespace zelk {
@@ -25,18 +26,6 @@ ZELK_MEDIAN_OPS(Zelk32s, 32s)
 ZELK_MEDIAN_OPS(Zelk32f, 32f)
 ZELK_MEDIAN_OPS(Zelk64f, 64f)
 #undef ZELK_MEDIAN_OPS
-
-inline uint8x16_t lane_min(uint8x16_t a, uint8x16_t b) { return vminq_u8(a, b); }
-inline uint8x16_t lane_max(uint8x16_t a, uint8x16_t b) { return vmaxq_u8(a, b); }
-inline int16x8_t lane_min(int16x8_t a, int16x8_t b) { return vminq_s16(a, b); }
-inline int16x8_t lane_max(int16x8_t a, int16x8_t b) { return vmaxq_s16(a, b); }
-inline int32x4_t lane_min(int32x4_t a, int32x4_t b) { return vminq_s32(a, b); }
-inline int32x4_t lane_max(int32x4_t a, int32x4_t b) { return vmaxq_s32(a, b); }
-// Floating lanes: a NaN in either operand wins, -0 counts below +0.
-inline float32x4_t lane_min(float32x4_t a, float32x4_t b) { return vminq_f32(a, b); }
-inline float32x4_t lane_max(float32x4_t a, float32x4_t b) { return vmaxq_f32(a, b); }
-inline float64x2_t lane_min(float64x2_t a, float64x2_t b) { return vminq_f64(a, b); }
-inline float64x2_t lane_max(float64x2_t a, float64x2_t b) { return vmaxq_f64(a, b); }
 
 // ---- Sorting path: output i of the window x[i-m+1..i], where x[k] for k < 0 is dlySrc[m-1+k],
 // or src[0] when there is no delay line.

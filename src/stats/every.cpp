@@ -2,21 +2,13 @@
 // are one vector (4 singles, 2 doubles) through the lane maximum, where a NaN in either source
 // wins and +0 counts above -0; the tail takes src1[i] if src2[i] <= src1[i] (>= for the minimum)
 // and src2[i] otherwise, so a NaN there gives src2[i]. Integers are exact everywhere.
+#include "internal/minmax.hpp"
 #include "internal/zelk.hpp"
 
 namespace zelk {
 namespace {
 
 using namespace simd;
-
-inline float32x4_t lane_max(float32x4_t a, float32x4_t b) { return vmaxq_f32(a, b); }
-inline float64x2_t lane_max(float64x2_t a, float64x2_t b) { return vmaxq_f64(a, b); }
-inline int16x8_t lane_max(int16x8_t a, int16x8_t b) { return vmaxq_s16(a, b); }
-inline int32x4_t lane_max(int32x4_t a, int32x4_t b) { return vmaxq_s32(a, b); }
-inline float32x4_t lane_min(float32x4_t a, float32x4_t b) { return vminq_f32(a, b); }
-inline float64x2_t lane_min(float64x2_t a, float64x2_t b) { return vminq_f64(a, b); }
-inline int16x8_t lane_min(int16x8_t a, int16x8_t b) { return vminq_s16(a, b); }
-inline int32x4_t lane_min(int32x4_t a, int32x4_t b) { return vminq_s32(a, b); }
 
 struct Max {
     template <class V> static V lanes(V a, V b) { return lane_max(a, b); }

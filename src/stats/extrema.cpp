@@ -3,28 +3,13 @@
 // minimum, where a NaN wins and +0 counts above -0; the tail goes through a plain > or <, where
 // a NaN loses. For floating data the block size therefore shows; for integers it does not, and
 // the result is the exact extreme at its lowest index.
+#include "internal/minmax.hpp"
 #include "internal/zelk.hpp"
 
 namespace zelk {
 namespace {
 
 using namespace simd;
-
-// ---- Lanes by element type.
-
-#define ZELK_LANES(V, T, sfx)                                                       \
-    inline V lane_max(V a, V b) { return vmaxq_##sfx(a, b); }                       \
-    inline V lane_min(V a, V b) { return vminq_##sfx(a, b); }                       \
-    inline T across_max(V a) { return vmaxvq_##sfx(a); }                            \
-    inline T across_min(V a) { return vminvq_##sfx(a); }
-ZELK_LANES(uint8x16_t, uint8_t, u8)
-ZELK_LANES(uint16x8_t, uint16_t, u16)
-ZELK_LANES(int16x8_t, int16_t, s16)
-ZELK_LANES(uint32x4_t, uint32_t, u32)
-ZELK_LANES(int32x4_t, int32_t, s32)
-ZELK_LANES(float32x4_t, float, f32)
-ZELK_LANES(float64x2_t, double, f64)
-#undef ZELK_LANES
 
 struct Max {
     template <class V> static V lanes(V a, V b) { return lane_max(a, b); }
