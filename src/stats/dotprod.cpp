@@ -56,8 +56,10 @@ Zelk32fc dot_mixed(const float* a, const Zelk32fc* b, int len) {
 // the inner products rounded, then added to the part's groups (or, in the tail, to the value).
 template <class T> T product_re(T ar, T ai, T br, T bi) { return std::fma(ar, br, -(ai * bi)); }
 template <class T> T product_im(T ar, T ai, T br, T bi) { return std::fma(ar, bi, ai * br); }
+// In the lanes the real part goes in as t = fma(-ar, br, ai * bi) = -re subtracted (one fmls): the
+// lanes start at +0 and never hold -0, so lane - t is lane + re to the bit.
 template <class V> void add_product(Two<V>& g, Two<V> a, Two<V> b) {
-    g.re = vadd(g.re, vfma(vneg(vmul(a.im, b.im)), a.re, b.re));
+    g.re = vsub(g.re, vfma(vmul(a.im, b.im), vneg(a.re), b.re));
     g.im = vadd(g.im, vfma(vmul(a.im, b.re), a.re, b.im));
 }
 template <class C> Two<vec<decltype(C::re)>> split(const C* p) {
