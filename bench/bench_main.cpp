@@ -37,7 +37,11 @@ int main(int argc, char** argv) {
                         benchmark::ClobberMemory();
                     }
                 });
-            for (int n : kSizes) b->Arg(n);
+            if (f.sizes.empty()) {
+                for (int n : kSizes) b->Arg(n);
+            } else {
+                for (int n : f.sizes) b->Arg(n);
+            }
         }
         if (f.bytes_per_elem == 0) continue;  // no streaming bound (sorts)
         auto* m = benchmark::RegisterBenchmark((f.name + "/memcpy-same-bytes").c_str(),

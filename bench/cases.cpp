@@ -7,6 +7,7 @@
 #include "zelk_signal.h"
 #include <hwy/contrib/sort/vqsort.h>
 #include <hwy/targets.h>
+#include <cblas.h>
 #include <liquid/liquid.h>
 #include <volk/volk.h>
 
@@ -29,6 +30,7 @@ lv_32fc_t* va() { return reinterpret_cast<lv_32fc_t*>(g_buf.a); }
 lv_32fc_t* vb() { return reinterpret_cast<lv_32fc_t*>(g_buf.b); }
 lv_32fc_t* vc() { return reinterpret_cast<lv_32fc_t*>(g_buf.c); }
 unsigned u(int n) { return unsigned(n); }
+int side(int n) { int s = 0; while ((s + 1) * (s + 1) <= n) ++s; return s; }  // of a square of n elements
 
 // ---- Sorting and selection: sorts work in place on c, which `restore_c` refills from a.
 constexpr int kLargestSort = 1048576;
@@ -212,6 +214,30 @@ std::vector<Function> make_functions() {
             {"VOLK", [](int n) { volk_32f_index_max_32u(reinterpret_cast<uint32_t*>(fc() + 1), fa(), u(n)); }},
             {"scalar", [](int n) { *reinterpret_cast<int*>(fc() + 1) = peer::max_index_32f(fa(), n, fc()); }},
         }},
+        // Dot products and the L2 norm: one result from n elements. VOLK adds in single precision,
+        // the loops left to right, unfused.
+        {"DotProd_32f", Data::f32, 8, {
+            {"ZELK", [](int n) { ZELKS_DotProd_32f(fa(), fb(), n, fc()); }},
+            {"VOLK", [](int n) { volk_32f_x2_dot_prod_32f(fc(), fa(), fb(), u(n)); }},
+            {"scalar", [](int n) { *fc() = peer::dot_32f(fa(), fb(), n); }},
+        }},
+        {"DotProd_32fc", Data::f32, 16, {
+            {"ZELK", [](int n) { ZELKS_DotProd_32fc(reinterpret_cast<Zelk32fc*>(fa()), reinterpret_cast<Zelk32fc*>(fb()), n,
+                                                    reinterpret_cast<Zelk32fc*>(fc())); }},
+            {"VOLK", [](int n) { volk_32fc_x2_dot_prod_32fc(vc(), va(), vb(), u(n)); }},
+            {"scalar", [](int n) { peer::dot_32fc(fa(), fb(), n, fc()); }},
+        }},
+        {"Norm_L2_32f", Data::f32, 4, {
+            {"ZELK", [](int n) { ZELKS_Norm_L2_32f(fa(), n, fc()); }},
+            {"scalar", [](int n) { *fc() = peer::norm_l2_32f(fa(), n); }},
+        }},
+        // Square matrices: n is the element count of each, 64 x 64 and 512 x 512; the peer is
+        // the engine MMul calls, called directly with the same arguments.
+        {"MMul_32f", Data::f32, 0, {
+            {"ZELK", [](int n) { if (const int s = side(n)) ZELKS_MMul_32f(fa(), fb(), fc(), s, s, s); }},
+            {"OpenBLAS", [](int n) { if (const int s = side(n))
+                cblas_sgemm(CblasRowMajor, CblasNoTrans, CblasNoTrans, s, s, s, 1.0f, fa(), s, fb(), s, 0.0f, fc(), s); }},
+        }, nullptr, {4096, 262144}},
         // Sorts of random keys in place; the keys are put back before each call, untimed.
         {"SortRadixAscend_32f_I", Data::f32, 0, {
             {"ZELK", [](int n) { ZELKS_SortRadixAscend_32f_I(fc(), n, radix_block()); }},

@@ -29,6 +29,9 @@ struct Function {
     // call, outside the measure (the timer pauses; the counting driver runs it at the fill size
     // in both runs, so it cancels out).
     std::function<void(int n)> restore = nullptr;
+    // Sizes of its own, for jobs whose n is not a vector length (a matrix product's n is the
+    // element count of each square matrix); empty: the common sizes.
+    std::vector<int> sizes = {};
 };
 
 // Three arrays a, b (sources) and c (destination) with room for `max_elems` elements of up to

@@ -130,6 +130,24 @@ int max_index_32f(const float* a, int n, float* m) {
     *m = v;
     return k;
 }
+float norm_l2_32f(const float* a, int n) {
+    float s = 0;
+    for (int i = 0; i < n; ++i) s += a[i] * a[i];
+    return std::sqrt(s);
+}
+float dot_32f(const float* a, const float* b, int n) {
+    float s = 0;
+    for (int i = 0; i < n; ++i) s += a[i] * b[i];
+    return s;
+}
+void dot_32fc(const float* a, const float* b, int n, float* re_im) {
+    float re = 0, im = 0;
+    for (int i = 0; i < n; ++i) {
+        re += a[2 * i] * b[2 * i] - a[2 * i + 1] * b[2 * i + 1];
+        im += a[2 * i] * b[2 * i + 1] + a[2 * i + 1] * b[2 * i];
+    }
+    re_im[0] = re, re_im[1] = im;
+}
 void sort_32f(float* a, int n) { std::sort(a, a + n); }
 void sort_32s(int32_t* a, int n) { std::sort(a, a + n); }
 void sort_64u(uint64_t* a, int n) { std::sort(a, a + n); }

@@ -30,6 +30,9 @@ float sum_32f(const float* a, int n);          // left to right in single precis
 float sum_32f_f64(const float* a, int n);      // left to right in double, rounded once
 void min_max_32f(const float* a, int n, float* lo, float* hi);
 int max_index_32f(const float* a, int n, float* m);  // first index of the largest value
+float norm_l2_32f(const float* a, int n);            // sum of squares left to right, root
+float dot_32f(const float* a, const float* b, int n);
+void dot_32fc(const float* a, const float* b, int n, float* re_im);  // n complex elements
 // The C++ library's sorts, compiled the same way.
 void sort_32f(float* a, int n);
 void sort_32s(int32_t* a, int n);

@@ -121,6 +121,20 @@ int main(void) {
         printf("  sum of logarithms = %g\n", sum1);
     }
 
+    printf("\nNorms, an inner product without conjugation, and a matrix product through OpenBLAS:\n");
+    {
+        Zelk32f v[5] = {3, -4, 12, 0, 0}, l2, inf;
+        Zelk32fc c[2] = {{0, 1}, {1, 1}}, dp;
+        Zelk64f a[6] = {1, 2, 3, 4, 5, 6}, b[6] = {7, 8, 9, 10, 11, 12}, p[4];
+        ZELKS_Norm_L2_32f(v, 5, &l2);
+        ZELKS_Norm_Inf_32f(v, 5, &inf);
+        printf("  (3, -4, 12, 0, 0): L2 norm %g, infinity norm %g\n", l2, inf);
+        show_status("ZELKS_DotProd_32fc", ZELKS_DotProd_32fc(c, c, 2, &dp));
+        printf("  i*i + (1+i)*(1+i) = %g%+gi\n", dp.re, dp.im);
+        show_status("ZELKS_MMul_64f, 2x3 times 3x2", ZELKS_MMul_64f(a, b, p, 2, 2, 3));
+        printf("  [%g %g; %g %g]\n", p[0], p[1], p[2], p[3]);
+    }
+
     printf("\nRadix sort of floats in the total order of their bits, and the 3 largest of 8 samples:\n");
     {
         Zelk32f f[7] = {1.0f, -1.0f, -0.0f, 0.0f, -2.0f, INFINITY, -NAN};

@@ -790,6 +790,122 @@ ZelkStatus ZELKS_RandUniformRelease_16s(ZelkRandSpec *spec);
 ZelkStatus ZELKS_RandUniformRelease_32f(ZelkRandSpec *spec);
 ZelkStatus ZELKS_RandUniformRelease_64f(ZelkRandSpec *spec);
 
+/* ---- Norms and products ------------------------------------------------------------------ */
+
+/* Norm of src, NormDiff of src1 - src2 (in the source type, complex parts apart). Floating
+ * members add in a fixed order: the bulk (whole blocks) in lanes from +0, element i in lane
+ * i mod L, the lanes combined, then the tail in index order.
+ *   Inf: Norm_Inf_32f/64f are MaxAbs. NormDiff_Inf_32f/64f: lane maximum (NaN wins) of |x| in
+ *   blocks of 4/2, then a plain > (NaN loses). Complex: the largest squared magnitude in the
+ *   source's precision (blocks of 4 for Norm_Inf_32fc32f, 8 for NormDiff, 2 for 64fc), its root
+ *   in double.
+ *   L1: 32f 4 lanes, (l0 + l1) + (l2 + l3); 64f 2 lanes. 32fc64f: single-precision magnitudes
+ *   summed in 2 double lanes, the tail's roots taken in double. 64fc64f: 2 double lanes.
+ *   L2: fused x * x + acc; 32f 4 lanes, 64f 2; 32fc64f: 4 single lanes (re then im), widened
+ *   after the lanes combine, the tail in double; root in double (single for 32f).
+ *   A squared magnitude is fma(re, re, im * im); the 64fc bulks of Norm_Inf and both L1 members
+ *   use fma(im, im, re * re).
+ * 16-bit members are exact: |-32768| is 32768, L1 sums in 32 bits (16s32f, 16s32s_S: keep
+ * len * 65535 below 2^31) or 64 bits, squares in 64 bits. _S members truncate r * 2^-n toward
+ * zero and saturate. */
+ZelkStatus ZELKS_Norm_Inf_16s32f(const Zelk16s *src, int len, Zelk32f *norm);
+ZelkStatus ZELKS_Norm_Inf_32f(const Zelk32f *src, int len, Zelk32f *norm);
+ZelkStatus ZELKS_Norm_Inf_64f(const Zelk64f *src, int len, Zelk64f *norm);
+ZelkStatus ZELKS_Norm_Inf_32fc32f(const Zelk32fc *src, int len, Zelk32f *norm);
+ZelkStatus ZELKS_Norm_Inf_64fc64f(const Zelk64fc *src, int len, Zelk64f *norm);
+ZelkStatus ZELKS_Norm_Inf_16s32s_S(const Zelk16s *src, int len, Zelk32s *norm, double scale);
+ZelkStatus ZELKS_Norm_L1_16s32f(const Zelk16s *src, int len, Zelk32f *norm);
+ZelkStatus ZELKS_Norm_L1_32f(const Zelk32f *src, int len, Zelk32f *norm);
+ZelkStatus ZELKS_Norm_L1_64f(const Zelk64f *src, int len, Zelk64f *norm);
+ZelkStatus ZELKS_Norm_L1_32fc64f(const Zelk32fc *src, int len, Zelk64f *norm);
+ZelkStatus ZELKS_Norm_L1_64fc64f(const Zelk64fc *src, int len, Zelk64f *norm);
+ZelkStatus ZELKS_Norm_L1_16s32s_S(const Zelk16s *src, int len, Zelk32s *norm, double scale);
+ZelkStatus ZELKS_Norm_L1_16s64s_S(const Zelk16s *src, int len, Zelk64s *norm, double scale);
+ZelkStatus ZELKS_Norm_L2_16s32f(const Zelk16s *src, int len, Zelk32f *norm);
+ZelkStatus ZELKS_Norm_L2_32f(const Zelk32f *src, int len, Zelk32f *norm);
+ZelkStatus ZELKS_Norm_L2_64f(const Zelk64f *src, int len, Zelk64f *norm);
+ZelkStatus ZELKS_Norm_L2_32fc64f(const Zelk32fc *src, int len, Zelk64f *norm);
+ZelkStatus ZELKS_Norm_L2_64fc64f(const Zelk64fc *src, int len, Zelk64f *norm);
+ZelkStatus ZELKS_Norm_L2_16s32s_S(const Zelk16s *src, int len, Zelk32s *norm, double scale);
+ZelkStatus ZELKS_Norm_L2Sqr_16s64s_S(const Zelk16s *src, int len, Zelk64s *norm, double scale);
+ZelkStatus ZELKS_NormDiff_Inf_16s32f(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk32f *norm);
+ZelkStatus ZELKS_NormDiff_Inf_32f(const Zelk32f *src1, const Zelk32f *src2, int len, Zelk32f *norm);
+ZelkStatus ZELKS_NormDiff_Inf_64f(const Zelk64f *src1, const Zelk64f *src2, int len, Zelk64f *norm);
+ZelkStatus ZELKS_NormDiff_Inf_32fc32f(const Zelk32fc *src1, const Zelk32fc *src2, int len, Zelk32f *norm);
+ZelkStatus ZELKS_NormDiff_Inf_64fc64f(const Zelk64fc *src1, const Zelk64fc *src2, int len, Zelk64f *norm);
+ZelkStatus ZELKS_NormDiff_Inf_16s32s_S(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk32s *norm, double scale);
+ZelkStatus ZELKS_NormDiff_L1_16s32f(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk32f *norm);
+ZelkStatus ZELKS_NormDiff_L1_32f(const Zelk32f *src1, const Zelk32f *src2, int len, Zelk32f *norm);
+ZelkStatus ZELKS_NormDiff_L1_64f(const Zelk64f *src1, const Zelk64f *src2, int len, Zelk64f *norm);
+ZelkStatus ZELKS_NormDiff_L1_32fc64f(const Zelk32fc *src1, const Zelk32fc *src2, int len, Zelk64f *norm);
+ZelkStatus ZELKS_NormDiff_L1_64fc64f(const Zelk64fc *src1, const Zelk64fc *src2, int len, Zelk64f *norm);
+ZelkStatus ZELKS_NormDiff_L1_16s32s_S(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk32s *norm, double scale);
+ZelkStatus ZELKS_NormDiff_L1_16s64s_S(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk64s *norm, double scale);
+ZelkStatus ZELKS_NormDiff_L2_16s32f(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk32f *norm);
+ZelkStatus ZELKS_NormDiff_L2_32f(const Zelk32f *src1, const Zelk32f *src2, int len, Zelk32f *norm);
+ZelkStatus ZELKS_NormDiff_L2_64f(const Zelk64f *src1, const Zelk64f *src2, int len, Zelk64f *norm);
+ZelkStatus ZELKS_NormDiff_L2_32fc64f(const Zelk32fc *src1, const Zelk32fc *src2, int len, Zelk64f *norm);
+ZelkStatus ZELKS_NormDiff_L2_64fc64f(const Zelk64fc *src1, const Zelk64fc *src2, int len, Zelk64f *norm);
+ZelkStatus ZELKS_NormDiff_L2_16s32s_S(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk32s *norm, double scale);
+ZelkStatus ZELKS_NormDiff_L2Sqr_16s64s_S(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk64s *norm, double scale);
+
+/* (x - sub) / div as x * r + c, r = 1 / div and c = -(sub / div) each rounded once; div = 0
+ * gives ZELK_STS_DIV_BY_ZERO_ERR (before the scale check). 32f below 64 elements and 32fc below
+ * 128 use (x - sub) * r, longer vectors fma(x, r, c); 64f and 64fc always fma. 16s_S: all in
+ * single precision, 2^-n * fma(x, r, c), rounded to nearest even, saturated. 16sc_S: all in
+ * double, fma(x, m, -(sub * m)) with m = 2^-n / div, rounded to nearest even, saturated. */
+ZelkStatus ZELKS_Normalize_32f(const Zelk32f *src, Zelk32f *dst, int len, Zelk32f sub, Zelk32f div);
+ZelkStatus ZELKS_Normalize_64f(const Zelk64f *src, Zelk64f *dst, int len, Zelk64f sub, Zelk64f div);
+ZelkStatus ZELKS_Normalize_32fc(const Zelk32fc *src, Zelk32fc *dst, int len, Zelk32fc sub, Zelk32f div);
+ZelkStatus ZELKS_Normalize_64fc(const Zelk64fc *src, Zelk64fc *dst, int len, Zelk64fc sub, Zelk64f div);
+ZelkStatus ZELKS_Normalize_16s_S(const Zelk16s *src, Zelk16s *dst, int len, Zelk16s sub, int div, double scale);
+ZelkStatus ZELKS_Normalize_16sc_S(const Zelk16sc *src, Zelk16sc *dst, int len, Zelk16sc sub, int div, double scale);
+ZelkStatus ZELKS_Normalize_32f_I(Zelk32f *srcDst, int len, Zelk32f sub, Zelk32f div);
+ZelkStatus ZELKS_Normalize_64f_I(Zelk64f *srcDst, int len, Zelk64f sub, Zelk64f div);
+ZelkStatus ZELKS_Normalize_32fc_I(Zelk32fc *srcDst, int len, Zelk32fc sub, Zelk32f div);
+ZelkStatus ZELKS_Normalize_64fc_I(Zelk64fc *srcDst, int len, Zelk64fc sub, Zelk64f div);
+ZelkStatus ZELKS_Normalize_16s_IS(Zelk16s *srcDst, int len, Zelk16s sub, int div, double scale);
+ZelkStatus ZELKS_Normalize_16sc_IS(Zelk16sc *srcDst, int len, Zelk16sc sub, int div, double scale);
+
+/* Sum of src1[i] * src2[i], complex without conjugation. Fixed orders:
+ *   32f: blocks of 8, two groups of 4 lanes (positions 0-3, 4-7) of fused steps; the groups
+ *   added lane by lane, then lanes 2-3 to lanes 0-1, then the two; the tail fused. 32f32fc: the
+ *   same per part. 32fc: each product formed first (re = fma(ar, br, -(ai * bi)),
+ *   im = fma(ar, bi, ai * br)), then added to the groups; 64fc likewise with groups of 2.
+ *   64f, 32f64f: blocks of 2, 2 double lanes of fused steps. 32f32fc64fc, 64f64fc: blocks of 4,
+ *   2 double lanes per part. 32fc64fc: blocks of 4 in double, each lane taking ar * br for its
+ *   two elements, then -ai * bi (imaginary: ar * bi, then ai * br), all fused.
+ *   16s32f, 16s64s: exact products, positions i and i + 4 added in 64 bits, the pairs in double
+ *   into 2 lanes; rounded to float, or to nearest even and saturated to 64 bits.
+ *   16sc64sc, 16s16sc64sc: exact 64-bit sums.
+ *   _S: the bulk's double sum times 2^-n, then each tail element value = fma(x * 2^-n, y, value),
+ *   rounded to nearest even and saturated to 32 bits. */
+ZelkStatus ZELKS_DotProd_32f(const Zelk32f *src1, const Zelk32f *src2, int len, Zelk32f *dp);
+ZelkStatus ZELKS_DotProd_64f(const Zelk64f *src1, const Zelk64f *src2, int len, Zelk64f *dp);
+ZelkStatus ZELKS_DotProd_32f64f(const Zelk32f *src1, const Zelk32f *src2, int len, Zelk64f *dp);
+ZelkStatus ZELKS_DotProd_32f32fc(const Zelk32f *src1, const Zelk32fc *src2, int len, Zelk32fc *dp);
+ZelkStatus ZELKS_DotProd_32fc(const Zelk32fc *src1, const Zelk32fc *src2, int len, Zelk32fc *dp);
+ZelkStatus ZELKS_DotProd_64fc(const Zelk64fc *src1, const Zelk64fc *src2, int len, Zelk64fc *dp);
+ZelkStatus ZELKS_DotProd_32f32fc64fc(const Zelk32f *src1, const Zelk32fc *src2, int len, Zelk64fc *dp);
+ZelkStatus ZELKS_DotProd_64f64fc(const Zelk64f *src1, const Zelk64fc *src2, int len, Zelk64fc *dp);
+ZelkStatus ZELKS_DotProd_32fc64fc(const Zelk32fc *src1, const Zelk32fc *src2, int len, Zelk64fc *dp);
+ZelkStatus ZELKS_DotProd_16s32f(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk32f *dp);
+ZelkStatus ZELKS_DotProd_16s64s(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk64s *dp);
+ZelkStatus ZELKS_DotProd_16sc64sc(const Zelk16sc *src1, const Zelk16sc *src2, int len, Zelk64sc *dp);
+ZelkStatus ZELKS_DotProd_16s16sc64sc(const Zelk16s *src1, const Zelk16sc *src2, int len, Zelk64sc *dp);
+ZelkStatus ZELKS_DotProd_16s32s_S(const Zelk16s *src1, const Zelk16s *src2, int len, Zelk32s *dp, double scale);
+ZelkStatus ZELKS_DotProd_16s32s32s_S(const Zelk16s *src1, const Zelk32s *src2, int len, Zelk32s *dp, double scale);
+ZelkStatus ZELKS_DotProd_32s_S(const Zelk32s *src1, const Zelk32s *src2, int len, Zelk32s *dp, double scale);
+
+/* dst (rows x cols) = src1 (rows x inner) times src2 (inner x cols), row-major and densely
+ * packed, by one call of the matrix engine (OpenBLAS's cblas_?gemm). Any dimension below 1
+ * gives ZELK_STS_SIZE_ERR. The complex members hand the engine alpha = 1 + 1i (so dst holds
+ * (1 + i) * src1 * src2) and beta = 0. */
+ZelkStatus ZELKS_MMul_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst, int rows, int cols, int inner);
+ZelkStatus ZELKS_MMul_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int rows, int cols, int inner);
+ZelkStatus ZELKS_MMul_32fc(const Zelk32fc *src1, const Zelk32fc *src2, Zelk32fc *dst, int rows, int cols, int inner);
+ZelkStatus ZELKS_MMul_64fc(const Zelk64fc *src1, const Zelk64fc *src2, Zelk64fc *dst, int rows, int cols, int inner);
+
 /* ---- Sorting and selection ----------------------------------------------------------- */
 
 /* SortAscend/SortDescend, in place: 8u counts on the stack; 16u and 16s count from 4096

@@ -20,8 +20,8 @@ count() {  # function impl n fill
     sed -n 's/^insns: //p'
 }
 : > "$out/aarch64_counts.txt"
-QEMU_LD_PREFIX=/ qemu-aarch64 "$driver" --list | while read -r fn impl; do
-  for n in 4096 1048576; do
+QEMU_LD_PREFIX=/ qemu-aarch64 "$driver" --list | while read -r fn impl sizes; do
+  for n in $sizes; do
     echo "$fn $impl $n $(count "$fn" "$impl" "$n" "$n") $(count "$fn" "$impl" 0 "$n")" >> "$out/aarch64_counts.txt"
   done
 done

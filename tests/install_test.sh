@@ -11,6 +11,8 @@ cat > "$work/src/user.c" <<'C'
 int main(void) {
     Zelk32f x[3] = {-1.5f, 2.0f, -0.0f};
     if (ZELKS_Abs_32f_I(x, 3) != ZELK_STS_NO_ERR || x[0] != 1.5f) return 1;
+    Zelk32f a[4] = {1, 2, 3, 4}, b[2] = {5, 6}, c[2];  /* the matrix engine, found by the library */
+    if (ZELKS_MMul_32f(a, b, c, 2, 1, 2) != ZELK_STS_NO_ERR || c[0] != 17 || c[1] != 39) return 1;
     printf("%s %s\n", ZELKS_GetLibVersion()->name, ZELKS_GetLibVersion()->version);
     return 0;
 }

@@ -1,7 +1,7 @@
 // One call of one implementation on n elements, in a fresh process, for counting instructions
 // under qemu: `zelk_insn <function> <impl> <n> <fill>`. The buffers are always prepared for
 // `fill` elements, so a run at n and a run at 0 differ by the call's work alone.
-// `zelk_insn --list` prints the function/implementation pairs.
+// `zelk_insn --list` prints the function/implementation pairs and the sizes to count them at.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -10,8 +10,11 @@
 
 int main(int argc, char** argv) {
     if (argc == 2 && std::string(argv[1]) == "--list") {
-        for (const auto& f : zb::functions())
-            for (const auto& impl : f.impls) std::printf("%s %s\n", f.name.c_str(), impl.who.c_str());
+        for (const auto& f : zb::functions()) {
+            std::string sizes;
+            for (int n : f.sizes.empty() ? std::vector<int>{4096, 1048576} : f.sizes) sizes += " " + std::to_string(n);
+            for (const auto& impl : f.impls) std::printf("%s %s%s\n", f.name.c_str(), impl.who.c_str(), sizes.c_str());
+        }
         return 0;
     }
     if (argc != 5) {

@@ -68,4 +68,19 @@ inline auto reduce(const T* p, int len, State state, BlockF block, FinishF finis
     return value;
 }
 
+// The same over two sources read side by side (a difference, a product): block(state, p, q)
+// folds a whole block of both, step(value, p[i], q[i]) one tail element.
+template <int Block, int Unroll = 1, class T, class U, class State, class BlockF, class FinishF, class StepF>
+inline auto reduce(const T* p, const U* q, int len, State state, BlockF block, FinishF finish, StepF step) {
+    const int blocks = len / Block;
+    for (int n = blocks / Unroll; n > 0; --n, p += Unroll * Block, q += Unroll * Block) {
+#pragma GCC unroll 16
+        for (int u = 0; u < Unroll; ++u) block(state, p + u * Block, q + u * Block);
+    }
+    for (int n = blocks % Unroll; n > 0; --n, p += Block, q += Block) block(state, p, q);
+    auto value = finish(state);
+    for (int i = 0; i < len % Block; ++i) value = step(value, p[i], q[i]);
+    return value;
+}
+
 }  // namespace zelk

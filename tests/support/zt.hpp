@@ -247,6 +247,17 @@ template <class V, class T>
 CheckCase check_case(const char* name, ZelkStatus (*f)(V, T*, int, double)) {
     return {name, 1, [f](void** p, int n, bool bad) { return f(V{}, (T*)p[0], n, bad ? -1.0 : 1.0); }, ZELK_STS_SCALE_ERR};
 }
+// Two-source reductions: f(src1, src2, len, outputs..., [scale]).
+template <class S1, class S2, class... A>
+CheckCase reduction_case(const char* name, ZelkStatus (*f)(const S1*, const S2*, int, A...)) {
+    return {name, 2 + (int(std::is_pointer_v<A>) + ... + 0),
+            [f](void** p, int n, bool bad) {
+                int k = 2;
+                const std::tuple<A...> args{reduction_arg<A>(p, k, bad)...};
+                return std::apply([&](A... a) { return f(static_cast<const S1*>(p[0]), static_cast<const S2*>(p[1]), n, a...); }, args);
+            },
+            (std::is_same_v<A, double> || ...) ? ZELK_STS_SCALE_ERR : 0};
+}
 #define ZT_CASE(f) ::zt::check_case(#f, f)
 #define ZT_REDUCTION(f) ::zt::reduction_case(#f, f)
 
