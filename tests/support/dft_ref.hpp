@@ -1,58 +1,58 @@
-// A double-precision DFT to test transforms against: exact twiddle indices (j k mod n), each
-// twiddle computed once, terms summed by fused multiply-add in index order.
+// A double-precision DFT to test transforms against (exact twiddle indices j k mod n, terms
+// summed by fused multiply-add in index order), and the layouts of the transforms' arrays.
 #pragma once
 
 #include <cmath>
 #include <complex>
 #include <cstdint>
+#include <limits>
 #include <vector>
 
 namespace zt {
 
 using cplx = std::complex<double>;
 
-class Dft {
-  public:
-    explicit Dft(int n) : n_(n), w_(size_t(n)) {
-        for (int m = 0; m < n; ++m) w_[size_t(m)] = std::polar(1.0, -2 * M_PI * m / n);
-    }
-    // Bin k of the transform with the given sign in the exponent.
-    cplx bin(const std::vector<cplx>& x, int sign, int k) const {
-        double re = 0, im = 0;
-        for (int j = 0; j < n_; ++j) {
-            const cplx w = w_[size_t(int64_t(j) * k % n_)];
-            const double wi = sign < 0 ? w.imag() : -w.imag();
-            re = std::fma(x[size_t(j)].real(), w.real(), std::fma(-x[size_t(j)].imag(), wi, re));
-            im = std::fma(x[size_t(j)].real(), wi, std::fma(x[size_t(j)].imag(), w.real(), im));
-        }
-        return {re, im};
-    }
-    std::vector<cplx> all(const std::vector<cplx>& x, int sign) const {
-        std::vector<cplx> out(static_cast<size_t>(n_));
-        for (int k = 0; k < n_; ++k) out[size_t(k)] = bin(x, sign, k);
-        return out;
-    }
+// Interleaved complex (2n reals), split (n reals, then n imaginary parts), n reals, or the half
+// spectrum (n/2 + 1 interleaved bins).
+enum class Layout { interleaved, split, real, half };
 
-  private:
-    int n_;
-    std::vector<cplx> w_;
-};
+inline int reals(Layout l, int n) { return l == Layout::real ? n : l == Layout::half ? 2 * (n / 2 + 1) : 2 * n; }
 
-// The full spectrum of a half spectrum (bins 0..n/2) by Hermitian symmetry.
-inline std::vector<cplx> hermitian(const std::vector<cplx>& half, int n) {
-    std::vector<cplx> x(static_cast<size_t>(n));
-    for (int k = 0; k < n; ++k) x[size_t(k)] = k <= n / 2 ? half[size_t(k)] : std::conj(half[size_t(n - k)]);
+// The values held by the arrays a (and b, the imaginary parts of a split layout).
+template <class R> std::vector<cplx> values(Layout l, const R* a, const R* b, int n) {
+    std::vector<cplx> x;
+    for (int k = 0; k < (l == Layout::half ? n / 2 + 1 : n); ++k)
+        x.push_back(l == Layout::real ? cplx(a[k], 0) : l == Layout::split ? cplx(a[k], b[k]) : cplx(a[2 * k], a[2 * k + 1]));
     return x;
+}
+
+// The transform of length n with the sign's exponent from values x in layout `from` to layout
+// `to`: a half spectrum in is read as its Hermitian whole, a half spectrum or reals out keep
+// their part.
+inline std::vector<cplx> expected(Layout from, Layout to, std::vector<cplx> x, int n, int sign) {
+    for (int k = n / 2 + 1; from == Layout::half && k < n; ++k) x.push_back(std::conj(x[size_t(n - k)]));
+    std::vector<cplx> w, y;
+    for (int m = 0; m < n; ++m) w.push_back(std::polar(1.0, sign * 2 * M_PI * m / n));
+    for (int k = 0; k < (to == Layout::half ? n / 2 + 1 : n); ++k) {
+        double re = 0, im = 0;
+        for (int j = 0; j < n; ++j) {
+            const cplx t = w[size_t(int64_t(j) * k % n)], v = x[size_t(j)];
+            re = std::fma(v.real(), t.real(), std::fma(-v.imag(), t.imag(), re));
+            im = std::fma(v.real(), t.imag(), std::fma(v.imag(), t.real(), im));
+        }
+        y.emplace_back(re, to == Layout::real ? 0 : im);
+    }
+    return y;
 }
 
 // Largest deviation of got from want, relative to the root mean square of want's elements.
 inline double rel_error(const std::vector<cplx>& got, const std::vector<cplx>& want) {
     double err = 0, sum = 0;
-    for (size_t i = 0; i < want.size(); ++i) {
-        err = std::fmax(err, std::abs(got[i] - want[i]));
-        sum += std::norm(want[i]);
-    }
-    return want.empty() ? 0 : err / std::sqrt(sum / double(want.size()) + 1e-300);
+    for (size_t i = 0; i < want.size(); ++i) err = std::fmax(err, std::abs(got[i] - want[i])), sum += std::norm(want[i]);
+    return err / std::sqrt(sum / double(want.size()) + 1e-300);
 }
+
+// What a transform of length n in precision R may deviate by, in rel_error's measure.
+template <class R> double dft_tolerance(int n) { return 8 * std::numeric_limits<R>::epsilon() * (std::log2(double(n)) + 1); }
 
 }  // namespace zt
