@@ -27,13 +27,17 @@ int main(int argc, char** argv) {
                 [&f, &impl](benchmark::State& st) {
                     ready(f.data);
                     const int n = int(st.range(0));
+                    if (impl.setup) impl.setup(n);
                     for (auto _ : st) {
                         impl.run(n);
                         benchmark::ClobberMemory();
                     }
                 });
-            for (int n : kSizes) b->Arg(n);
+            if (f.sizes.empty())
+                for (int n : kSizes) b->Arg(n);
+            for (int n : f.sizes) b->Arg(n);
         }
+        if (f.bytes_per_elem == 0) continue;
         auto* m = benchmark::RegisterBenchmark((f.name + "/memcpy-same-bytes").c_str(),
             [&f](benchmark::State& st) {
                 ready(f.data);

@@ -13,18 +13,21 @@ namespace zb {
 
 // How the source buffers are filled: typical values, no NaNs or subnormals (which would measure
 // the floating unit's slow paths, not the code).
-enum class Data { f32, i16 };
+enum class Data { f32, i16, f64 };
 
 struct Impl {
     std::string who;                  // "ZELK" for ours, else the peer's name
     std::function<void(int n)> run;   // one call on n elements of the global buffers
+    std::function<void(int n)> setup = {};  // if set: made once for n before the calls, untimed
+                                            // and not counted (a transform's plan)
 };
 
 struct Function {
     std::string name;                 // e.g. "Add_32f"
     Data data;
-    double bytes_per_elem;            // bytes read plus written per element
+    double bytes_per_elem;            // bytes read plus written per element; 0: not streaming
     std::vector<Impl> impls;          // ours first
+    std::vector<int> sizes = {};      // the function's own sizes instead of the runner's
 };
 
 // Three arrays a, b (sources) and c (destination) with room for `max_elems` elements of up to

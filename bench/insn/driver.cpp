@@ -1,7 +1,9 @@
 // One call of one implementation on n elements, in a fresh process, for counting instructions
 // under qemu: `zelk_insn <function> <impl> <n> <fill>`. The buffers are always prepared for
-// `fill` elements, so a run at n and a run at 0 differ by the call's work alone.
-// `zelk_insn --list` prints the function/implementation pairs.
+// `fill` elements, so a run at n and a run at 0 differ by the call's work alone. A job with a
+// setup (a transform's plan) is set up for `fill` elements in both runs and called only at
+// n > 0: the difference is one execution at that length.
+// `zelk_insn --list` prints the function/implementation pairs, with a function's own sizes.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -11,7 +13,11 @@
 int main(int argc, char** argv) {
     if (argc == 2 && std::string(argv[1]) == "--list") {
         for (const auto& f : zb::functions())
-            for (const auto& impl : f.impls) std::printf("%s %s\n", f.name.c_str(), impl.who.c_str());
+            for (const auto& impl : f.impls) {
+                std::printf("%s %s", f.name.c_str(), impl.who.c_str());
+                for (int n : f.sizes) std::printf(" %d", n);
+                std::printf("\n");
+            }
         return 0;
     }
     if (argc != 5) {
@@ -24,8 +30,10 @@ int main(int argc, char** argv) {
         if (f.name != name) continue;
         for (const auto& impl : f.impls) {
             if (impl.who != who) continue;
-            zb::prepare(f.data, size_t(std::atoi(argv[4])));
-            impl.run(n);
+            const int fill = std::atoi(argv[4]);
+            zb::prepare(f.data, size_t(fill));
+            if (impl.setup) impl.setup(fill);
+            if (!impl.setup || n > 0) impl.run(n);
             return 0;
         }
     }

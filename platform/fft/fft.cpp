@@ -140,31 +140,49 @@ ORV_EXPORT Plan ORV(plan_guru_split_dft)(int rank, const Iodim* dims, int howman
     return plan(Kind::split, dims->n, -1, flags);
 }
 
-ORV_EXPORT void ORV(execute_dft)(const Plan p, Cx* in, Cx* out) {
+namespace {
+
+// The common case, out of place on aligned arrays, tests and jumps straight to FFTW; the others
+// are out of line.
+template <Kind K, class In, class Out> bool apart(const Plan p, const In* in, const Out* out) {
+    return p && p->kind == K && static_cast<const void*>(in) != out && aligned(p->misaligned, in, out);
+}
+
+__attribute__((noinline)) void c2c_elsewhere(const Plan p, Cx* in, Cx* out) {
     if (!p || p->kind != Kind::c2c) return;
-    if (in != out) {
-        if (aligned(p->misaligned, in, out)) return FFTW(execute_dft)(p->apart, in, out);
-        copy(out, in, p->n);
-    }
+    if (in != out) copy(out, in, p->n);
     FFTW(execute_dft)(in_place(p, out), out, out);
 }
 
-ORV_EXPORT void ORV(execute_dft_r2c)(const Plan p, Real* in, Cx* out) {
+__attribute__((noinline)) void r2c_elsewhere(const Plan p, Real* in, Cx* out) {
     if (!p || p->kind != Kind::r2c) return;
     auto* flat = reinterpret_cast<Real*>(out);
-    if (in != flat) {
-        if (aligned(p->misaligned, in, out)) return FFTW(execute_dft_r2c)(p->apart, in, out);
-        copy(flat, in, p->n);
-    }
+    if (in != flat) copy(flat, in, p->n);
     FFTW(execute_dft_r2c)(in_place(p, out), flat, out);
 }
 
-ORV_EXPORT void ORV(execute_dft_c2r)(const Plan p, Cx* in, Real* out) {
+__attribute__((noinline)) void c2r_elsewhere(const Plan p, Cx* in, Real* out) {
     if (!p || p->kind != Kind::c2r) return;
     auto* flat = reinterpret_cast<Real*>(in);
-    if (flat != out && aligned(p->misaligned, in, out)) return FFTW(execute_dft_c2r)(p->apart, in, out);
     FFTW(execute_dft_c2r)(in_place(p, in), in, flat);
     if (flat != out) copy(out, flat, p->n);
+}
+
+}  // namespace
+
+ORV_EXPORT void ORV(execute_dft)(const Plan p, Cx* in, Cx* out) {
+    if (apart<Kind::c2c>(p, in, out)) return FFTW(execute_dft)(p->apart, in, out);
+    c2c_elsewhere(p, in, out);
+}
+
+ORV_EXPORT void ORV(execute_dft_r2c)(const Plan p, Real* in, Cx* out) {
+    if (apart<Kind::r2c>(p, in, out)) return FFTW(execute_dft_r2c)(p->apart, in, out);
+    r2c_elsewhere(p, in, out);
+}
+
+ORV_EXPORT void ORV(execute_dft_c2r)(const Plan p, Cx* in, Real* out) {
+    if (apart<Kind::c2r>(p, in, out)) return FFTW(execute_dft_c2r)(p->apart, in, out);
+    c2r_elsewhere(p, in, out);
 }
 
 ORV_EXPORT void ORV(execute_split_dft)(const Plan p, Real* ri, Real* ii, Real* ro, Real* io) {

@@ -121,7 +121,7 @@ template <class R> ZelkStatus release(ZelkTransformSpec* spec) {
 
 template <class R, class... P>
 ZelkStatus check_run(Sizing sizing, const ZelkTransformSpec* spec, P... p) {
-    if (any_null(spec, p...) || !record<R>(spec)->plan) return ZELK_STS_NULL_PTR_ERR;
+    if (((spec == nullptr) | ... | (p == nullptr)) || !record<R>(spec)->plan) return ZELK_STS_NULL_PTR_ERR;
     const int n = record<R>(spec)->len;
     if (sizing == Sizing::order) return (n < 1 || n > kMaxLen) ? ZELK_STS_FFT_ORDER_ERR : ZELK_STS_NO_ERR;
     if (n < 1) return ZELK_STS_SIZE_ERR;
@@ -138,21 +138,45 @@ double divisor(int flag, bool forward, int n) {
     }
 }
 
-template <class R> void normalise(const Record<R>& r, bool forward, R* x, int count) {
+// The flag's division of a destination of count reals, after the engine has run.
+template <class R> ZelkStatus normalise(const Record<R>& r, bool forward, R* x, int count) {
     const double d = divisor(r.flag, forward, r.len);
     if (d != 0.0) Engine<R>::divide(d, x, count);
-}
-
-template <class R, Sizing Z>
-ZelkStatus run_c2c(const Cplx<R>* src, Cplx<R>* dst, const ZelkTransformSpec* spec) {
-    if (ZelkStatus s = check_run<R>(Z, spec, src, dst)) return s;
-    const Record<R>& r = *record<R>(spec);
-    Engine<R>::c2c(r.plan, src, dst);
-    normalise(r, r.sign < 0, reinterpret_cast<R*>(dst), 2 * r.len);
     return ZELK_STS_NO_ERR;
 }
 
-// The inverse is the forward plan run with real and imaginary arrays exchanged on both sides.
+// The engine call of each interleaved shape, by its arrays.
+template <class R> void engine_run(void* p, const Cplx<R>* in, Cplx<R>* out) { Engine<R>::c2c(p, in, out); }
+template <class R> void engine_run(void* p, const R* in, Cplx<R>* out) { Engine<R>::r2c(p, in, out); }
+template <class R> void engine_run(void* p, Cplx<R>* in, R* out) { Engine<R>::c2r(p, in, out); }
+
+template <class R, class In, class Out>
+__attribute__((noinline)) ZelkStatus run_normalised(const Record<R>& r, bool forward, In in, Out out, int count) {
+    engine_run<R>(r.plan, in, out);
+    return normalise(r, forward, reinterpret_cast<R*>(out), count);
+}
+
+// An execution of an interleaved shape. The normalised path is out of line, so the unnormalised
+// one (flag 4) keeps nothing live across the engine call: the library's share of a short
+// transform is a few instructions. Complex to complex is forward by the sign and divides 2n
+// reals, real to complex is forward and divides the half spectrum's 2 (n/2 + 1), complex to real
+// is inverse and divides n.
+template <class R, Sizing Z, Shape S, class In, class Out>
+ZelkStatus run(In in, Out out, const ZelkTransformSpec* spec) {
+    if (ZelkStatus s = check_run<R>(Z, spec, in, out)) return s;
+    const Record<R>& r = *record<R>(spec);
+    if (r.flag != 4) {
+        const int n = r.len;
+        if constexpr (S == Shape::interleaved) return run_normalised(r, r.sign < 0, in, out, 2 * n);
+        if constexpr (S == Shape::r2c) return run_normalised(r, true, in, out, 2 * (n / 2 + 1));
+        if constexpr (S == Shape::c2r) return run_normalised(r, false, in, out, n);
+    }
+    engine_run<R>(r.plan, in, out);
+    return ZELK_STS_NO_ERR;
+}
+
+// Split arrays. The inverse is the forward plan run with real and imaginary arrays exchanged on
+// both sides.
 template <class R, Sizing Z>
 ZelkStatus run_split(const R* srcRe, const R* srcIm, R* dstRe, R* dstIm, const ZelkTransformSpec* spec) {
     if (ZelkStatus s = check_run<R>(Z, spec, srcRe, srcIm, dstRe, dstIm)) return s;
@@ -160,27 +184,7 @@ ZelkStatus run_split(const R* srcRe, const R* srcIm, R* dstRe, R* dstIm, const Z
     if (r.sign < 0) Engine<R>::split(r.plan, srcRe, srcIm, dstRe, dstIm);
     else Engine<R>::split(r.plan, srcIm, srcRe, dstIm, dstRe);
     normalise(r, r.sign < 0, dstRe, r.len);
-    normalise(r, r.sign < 0, dstIm, r.len);
-    return ZELK_STS_NO_ERR;
-}
-
-// Real to complex: forward, the half spectrum's 2 (n/2 + 1) reals normalised.
-template <class R, Sizing Z>
-ZelkStatus run_r2c(const R* src, Cplx<R>* dst, const ZelkTransformSpec* spec) {
-    if (ZelkStatus s = check_run<R>(Z, spec, src, dst)) return s;
-    const Record<R>& r = *record<R>(spec);
-    Engine<R>::r2c(r.plan, src, dst);
-    normalise(r, true, reinterpret_cast<R*>(dst), 2 * (r.len / 2 + 1));
-    return ZELK_STS_NO_ERR;
-}
-
-template <class R, Sizing Z>
-ZelkStatus run_c2r(Cplx<R>* src, R* dst, const ZelkTransformSpec* spec) {
-    if (ZelkStatus s = check_run<R>(Z, spec, src, dst)) return s;
-    const Record<R>& r = *record<R>(spec);
-    Engine<R>::c2r(r.plan, src, dst);
-    normalise(r, false, dst, r.len);
-    return ZELK_STS_NO_ERR;
+    return normalise(r, r.sign < 0, dstIm, r.len);
 }
 
 }  // namespace
@@ -208,8 +212,8 @@ ZelkStatus ZELKS_DFTRToCInit_64f(int n, int f, S** p) { return init<double, kR2C
 ZelkStatus ZELKS_DFTCToRInit_32f(int n, int f, S** p) { return init<float, kC2R>(kLength, n, 0, f, p); }
 ZelkStatus ZELKS_DFTCToRInit_64f(int n, int f, S** p) { return init<double, kC2R>(kLength, n, 0, f, p); }
 
-ZelkStatus ZELKS_FFTCToC_32fc(const Zelk32fc* s, Zelk32fc* d, const S* p) { return run_c2c<float, kOrder>(s, d, p); }
-ZelkStatus ZELKS_FFTCToC_64fc(const Zelk64fc* s, Zelk64fc* d, const S* p) { return run_c2c<double, kOrder>(s, d, p); }
+ZelkStatus ZELKS_FFTCToC_32fc(const Zelk32fc* s, Zelk32fc* d, const S* p) { return run<float, kOrder, kCplx>(s, d, p); }
+ZelkStatus ZELKS_FFTCToC_64fc(const Zelk64fc* s, Zelk64fc* d, const S* p) { return run<double, kOrder, kCplx>(s, d, p); }
 ZelkStatus ZELKS_FFTCToC_32fc_I(Zelk32fc* sd, const S* p) { return ZELKS_FFTCToC_32fc(sd, sd, p); }
 ZelkStatus ZELKS_FFTCToC_64fc_I(Zelk64fc* sd, const S* p) { return ZELKS_FFTCToC_64fc(sd, sd, p); }
 ZelkStatus ZELKS_FFTCToC_32f(const Zelk32f* sr, const Zelk32f* si, Zelk32f* dr, Zelk32f* di, const S* p) {
@@ -218,22 +222,22 @@ ZelkStatus ZELKS_FFTCToC_32f(const Zelk32f* sr, const Zelk32f* si, Zelk32f* dr, 
 ZelkStatus ZELKS_FFTCToC_64f(const Zelk64f* sr, const Zelk64f* si, Zelk64f* dr, Zelk64f* di, const S* p) {
     return run_split<double, kOrder>(sr, si, dr, di, p);
 }
-ZelkStatus ZELKS_FFTRToC_32f(const Zelk32f* s, Zelk32fc* d, const S* p) { return run_r2c<float, kOrder>(s, d, p); }
-ZelkStatus ZELKS_FFTRToC_64f(const Zelk64f* s, Zelk64fc* d, const S* p) { return run_r2c<double, kOrder>(s, d, p); }
-ZelkStatus ZELKS_FFTCToR_32f(Zelk32fc* s, Zelk32f* d, const S* p) { return run_c2r<float, kOrder>(s, d, p); }
-ZelkStatus ZELKS_FFTCToR_64f(Zelk64fc* s, Zelk64f* d, const S* p) { return run_c2r<double, kOrder>(s, d, p); }
-ZelkStatus ZELKS_DFTCToC_32fc(const Zelk32fc* s, Zelk32fc* d, const S* p) { return run_c2c<float, kLength>(s, d, p); }
-ZelkStatus ZELKS_DFTCToC_64fc(const Zelk64fc* s, Zelk64fc* d, const S* p) { return run_c2c<double, kLength>(s, d, p); }
+ZelkStatus ZELKS_FFTRToC_32f(const Zelk32f* s, Zelk32fc* d, const S* p) { return run<float, kOrder, kR2C>(s, d, p); }
+ZelkStatus ZELKS_FFTRToC_64f(const Zelk64f* s, Zelk64fc* d, const S* p) { return run<double, kOrder, kR2C>(s, d, p); }
+ZelkStatus ZELKS_FFTCToR_32f(Zelk32fc* s, Zelk32f* d, const S* p) { return run<float, kOrder, kC2R>(s, d, p); }
+ZelkStatus ZELKS_FFTCToR_64f(Zelk64fc* s, Zelk64f* d, const S* p) { return run<double, kOrder, kC2R>(s, d, p); }
+ZelkStatus ZELKS_DFTCToC_32fc(const Zelk32fc* s, Zelk32fc* d, const S* p) { return run<float, kLength, kCplx>(s, d, p); }
+ZelkStatus ZELKS_DFTCToC_64fc(const Zelk64fc* s, Zelk64fc* d, const S* p) { return run<double, kLength, kCplx>(s, d, p); }
 ZelkStatus ZELKS_DFTCToC_32f(const Zelk32f* sr, const Zelk32f* si, Zelk32f* dr, Zelk32f* di, const S* p) {
     return run_split<float, kLength>(sr, si, dr, di, p);
 }
 ZelkStatus ZELKS_DFTCToC_64f(const Zelk64f* sr, const Zelk64f* si, Zelk64f* dr, Zelk64f* di, const S* p) {
     return run_split<double, kLength>(sr, si, dr, di, p);
 }
-ZelkStatus ZELKS_DFTRToC_32f(const Zelk32f* s, Zelk32fc* d, const S* p) { return run_r2c<float, kLength>(s, d, p); }
-ZelkStatus ZELKS_DFTRToC_64f(const Zelk64f* s, Zelk64fc* d, const S* p) { return run_r2c<double, kLength>(s, d, p); }
-ZelkStatus ZELKS_DFTCToR_32f(Zelk32fc* s, Zelk32f* d, const S* p) { return run_c2r<float, kLength>(s, d, p); }
-ZelkStatus ZELKS_DFTCToR_64f(Zelk64fc* s, Zelk64f* d, const S* p) { return run_c2r<double, kLength>(s, d, p); }
+ZelkStatus ZELKS_DFTRToC_32f(const Zelk32f* s, Zelk32fc* d, const S* p) { return run<float, kLength, kR2C>(s, d, p); }
+ZelkStatus ZELKS_DFTRToC_64f(const Zelk64f* s, Zelk64fc* d, const S* p) { return run<double, kLength, kR2C>(s, d, p); }
+ZelkStatus ZELKS_DFTCToR_32f(Zelk32fc* s, Zelk32f* d, const S* p) { return run<float, kLength, kC2R>(s, d, p); }
+ZelkStatus ZELKS_DFTCToR_64f(Zelk64fc* s, Zelk64f* d, const S* p) { return run<double, kLength, kC2R>(s, d, p); }
 
 ZelkStatus ZELKS_FFTCToCRelease_32fc(S* p) { return release<float>(p); }
 ZelkStatus ZELKS_FFTCToCRelease_64fc(S* p) { return release<double>(p); }
