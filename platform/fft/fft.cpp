@@ -62,8 +62,9 @@ std::mutex planner;
 // Placeholders to plan on: distinct, 64-byte aligned, never read or written.
 alignas(64) Real site[2][16];
 
-// FFTW's alignment_of(p) is p modulo a power of two (16 with SSE/AVX/NEON code, 1 element without
-// SIMD code). Its mask, found once per plan, makes the test of an execution two instructions.
+// FFTW's alignment_of(p) is p modulo 16 where its build has SIMD code, and always 0 where it has
+// none (Debian's arm64 build). Its mask, found once per plan, makes an execution's test two
+// instructions.
 uintptr_t alignment_mask() {
     size_t k = 1;
     while (k < std::size(site[0]) && FFTW(alignment_of)(site[0] + k) != 0) ++k;
@@ -102,14 +103,17 @@ Plan plan(Kind kind, int n, int sign, unsigned flags) {
     std::lock_guard<std::mutex> lock(planner);
     p->apart = make(kind, n, sign, site[0], site[1], FFTW_ESTIMATE);
     p->inplace = make(kind, n, sign, site[0], site[0], FFTW_ESTIMATE);
-    p->anyplace = p->misaligned ? make(kind, n, sign, site[0], site[0], FFTW_ESTIMATE | FFTW_UNALIGNED) : p->inplace;
+    p->anyplace =
+        p->misaligned ? make(kind, n, sign, site[0], site[0], FFTW_ESTIMATE | FFTW_UNALIGNED) : p->inplace;
     if (p->apart && p->inplace && p->anyplace) return p;
     release(p);
     return nullptr;
 }
 
 // The in-place plan for arrays at these addresses.
-template <class... P> Fftw in_place(Plan p, const P*... a) { return aligned(p->misaligned, a...) ? p->inplace : p->anyplace; }
+template <class... P> Fftw in_place(Plan p, const P*... a) {
+    return aligned(p->misaligned, a...) ? p->inplace : p->anyplace;
+}
 
 template <class T> void copy(T* dst, const T* src, int n) { std::memcpy(dst, src, sizeof(T) * size_t(n)); }
 
@@ -121,26 +125,6 @@ void half_complex(Plan p, Real* in, Real* out) {
     }
     FFTW(execute_r2r)(in_place(p, out), out, out);
 }
-
-}  // namespace
-
-#define ORV_EXPORT extern "C" __attribute__((visibility("default")))
-
-ORV_EXPORT Plan ORV(plan_dft_1d)(int n, Cx*, Cx*, int sign, unsigned flags) {
-    return sign == -1 || sign == 1 ? plan(Kind::c2c, n, sign, flags) : nullptr;
-}
-
-ORV_EXPORT Plan ORV(plan_dft_r2c_1d)(int n, Real*, Cx*, unsigned flags) { return plan(Kind::r2c, n, -1, flags); }
-
-ORV_EXPORT Plan ORV(plan_dft_c2r_1d)(int n, Cx*, Real*, unsigned flags) { return plan(Kind::c2r, n, 1, flags); }
-
-ORV_EXPORT Plan ORV(plan_guru_split_dft)(int rank, const Iodim* dims, int howmany_rank, const Iodim*, Real*, Real*, Real*,
-                              Real*, unsigned flags) {
-    if (rank != 1 || !dims || dims->is != 1 || dims->os != 1 || howmany_rank != 0) return nullptr;
-    return plan(Kind::split, dims->n, -1, flags);
-}
-
-namespace {
 
 // The common case, out of place on aligned arrays, tests and jumps straight to FFTW; the others
 // are out of line.
@@ -169,6 +153,22 @@ __attribute__((noinline)) void c2r_elsewhere(const Plan p, Cx* in, Real* out) {
 }
 
 }  // namespace
+
+#define ORV_EXPORT extern "C" __attribute__((visibility("default")))
+
+ORV_EXPORT Plan ORV(plan_dft_1d)(int n, Cx*, Cx*, int sign, unsigned flags) {
+    return sign == -1 || sign == 1 ? plan(Kind::c2c, n, sign, flags) : nullptr;
+}
+
+ORV_EXPORT Plan ORV(plan_dft_r2c_1d)(int n, Real*, Cx*, unsigned flags) { return plan(Kind::r2c, n, -1, flags); }
+
+ORV_EXPORT Plan ORV(plan_dft_c2r_1d)(int n, Cx*, Real*, unsigned flags) { return plan(Kind::c2r, n, 1, flags); }
+
+ORV_EXPORT Plan ORV(plan_guru_split_dft)(int rank, const Iodim* dims, int howmany_rank, const Iodim*, Real*,
+                                         Real*, Real*, Real*, unsigned flags) {
+    if (rank != 1 || !dims || dims->is != 1 || dims->os != 1 || howmany_rank != 0) return nullptr;
+    return plan(Kind::split, dims->n, -1, flags);
+}
 
 ORV_EXPORT void ORV(execute_dft)(const Plan p, Cx* in, Cx* out) {
     if (apart<Kind::c2c>(p, in, out)) return FFTW(execute_dft)(p->apart, in, out);
