@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
                 [&f, &impl](benchmark::State& st) {
                     ready(f.data);
                     const int n = int(st.range(0));
+                    if (impl.setup) impl.setup(n);
                     for (auto _ : st) {
                         if (f.restore) {
                             st.PauseTiming();

@@ -8,6 +8,7 @@
 #include <hwy/contrib/sort/vqsort.h>
 #include <hwy/targets.h>
 #include <cblas.h>
+#include <fftw3.h>
 #include <liquid/liquid.h>
 #include <volk/volk.h>
 
@@ -71,6 +72,38 @@ ZelkRandSpec* uniform_spec() {
     static ZelkRandSpec* s = [] { ZelkRandSpec* p = nullptr; ZELKS_RandUniformInit_32f(&p, -1.0f, 1.0f, 7); return p; }();
     return s;
 }
+Zelk32fc* za() { return reinterpret_cast<Zelk32fc*>(g_buf.a); }
+Zelk32fc* zc() { return reinterpret_cast<Zelk32fc*>(g_buf.c); }
+Zelk64fc* wa() { return reinterpret_cast<Zelk64fc*>(g_buf.a); }
+Zelk64fc* wc() { return reinterpret_cast<Zelk64fc*>(g_buf.c); }
+fftwf_complex* fca() { return reinterpret_cast<fftwf_complex*>(g_buf.a); }
+fftwf_complex* fcc() { return reinterpret_cast<fftwf_complex*>(g_buf.c); }
+fftw_complex* dca() { return reinterpret_cast<fftw_complex*>(g_buf.a); }
+fftw_complex* dcc() { return reinterpret_cast<fftw_complex*>(g_buf.c); }
+int order(int n) { return __builtin_ctz(unsigned(n)); }
+
+// Transforms: the spec or plan of the job being measured, made in its setup and released by the
+// next one. Ours run unnormalised (flag 4); FFTW is planned as our engine plans it
+// (FFTW_ESTIMATE), on the same buffers.
+ZelkTransformSpec* g_spec = nullptr;
+ZelkTransformSpec* g_next = nullptr;
+ZelkStatus (*g_release)(ZelkTransformSpec*) = nullptr;
+fftwf_plan g_fftwf = nullptr;
+fftw_plan g_fftw = nullptr;
+
+void release_held() {
+    if (g_release) g_release(g_spec);
+    if (g_fftwf) fftwf_destroy_plan(g_fftwf);
+    if (g_fftw) fftw_destroy_plan(g_fftw);
+    g_spec = nullptr, g_release = nullptr, g_fftwf = nullptr, g_fftw = nullptr;
+}
+void hold(ZelkStatus init, ZelkStatus (*release)(ZelkTransformSpec*)) {
+    if (init != 0) std::abort();
+    release_held();
+    g_spec = g_next, g_release = release;
+}
+void hold(fftwf_plan p) { release_held(), g_fftwf = p; }
+void hold(fftw_plan p) { release_held(), g_fftw = p; }
 
 std::vector<Function> make_functions() {
     const float k = 0.75f;
@@ -278,6 +311,31 @@ std::vector<Function> make_functions() {
             {"ZELK", [](int n) { ZELKS_RandUniform_32f(fc(), n, uniform_spec()); }},
             {"scalar", [](int n) { peer::rand_uniform_32f(fc(), n, -1.0f, 1.0f, 7); }},
         }},
+        // Transforms: the plan is made in setup, only the execution is measured.
+        {"FFTCToC_32fc", Data::f32, 0, {
+            {"ZELK", [](int) { ZELKS_FFTCToC_32fc(za(), zc(), g_spec); },
+             [](int n) { hold(ZELKS_FFTCToCInit_32fc(order(n), 1, 4, &g_next), ZELKS_FFTCToCRelease_32fc); }},
+            {"FFTW", [](int) { fftwf_execute(g_fftwf); },
+             [](int n) { hold(fftwf_plan_dft_1d(n, fca(), fcc(), FFTW_FORWARD, FFTW_ESTIMATE)); }},
+        }, nullptr, {64, 1024, 65536}},
+        {"FFTRToC_32f", Data::f32, 0, {
+            {"ZELK", [](int) { ZELKS_FFTRToC_32f(fa(), zc(), g_spec); },
+             [](int n) { hold(ZELKS_FFTRToCInit_32f(order(n), 4, &g_next), ZELKS_FFTRToCRelease_32f); }},
+            {"FFTW", [](int) { fftwf_execute(g_fftwf); },
+             [](int n) { hold(fftwf_plan_dft_r2c_1d(n, fa(), fcc(), FFTW_ESTIMATE)); }},
+        }, nullptr, {1024, 65536}},
+        {"DFTCToC_32fc", Data::f32, 0, {
+            {"ZELK", [](int) { ZELKS_DFTCToC_32fc(za(), zc(), g_spec); },
+             [](int n) { hold(ZELKS_DFTCToCInit_32fc(n, 1, 4, &g_next), ZELKS_DFTCToCRelease_32fc); }},
+            {"FFTW", [](int) { fftwf_execute(g_fftwf); },
+             [](int n) { hold(fftwf_plan_dft_1d(n, fca(), fcc(), FFTW_FORWARD, FFTW_ESTIMATE)); }},
+        }, nullptr, {1000, 1009}},
+        {"FFTCToC_64fc", Data::f64, 0, {
+            {"ZELK", [](int) { ZELKS_FFTCToC_64fc(wa(), wc(), g_spec); },
+             [](int n) { hold(ZELKS_FFTCToCInit_64fc(order(n), 1, 4, &g_next), ZELKS_FFTCToCRelease_64fc); }},
+            {"FFTW", [](int) { fftw_execute(g_fftw); },
+             [](int n) { hold(fftw_plan_dft_1d(n, dca(), dcc(), FFTW_FORWARD, FFTW_ESTIMATE)); }},
+        }, nullptr, {1024, 65536}},
     };
     return f;
 }
@@ -306,6 +364,9 @@ void prepare(Data data, size_t max_elems) {
         } else if (data == Data::f32) {
             auto* f = reinterpret_cast<float*>(p);
             for (size_t i = 0; i < bytes / 4; ++i) f[i] = float(int32_t(next() >> 8) - (1 << 23)) / 4096.0f;
+        } else if (data == Data::f64) {
+            auto* d = reinterpret_cast<double*>(p);
+            for (size_t i = 0; i < bytes / 8; ++i) d[i] = double(int32_t(next() >> 8) - (1 << 23)) / 4096.0;
         } else {
             auto* h = reinterpret_cast<int16_t*>(p);
             for (size_t i = 0; i < bytes / 2; ++i) h[i] = int16_t(next() >> 16);

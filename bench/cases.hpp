@@ -13,17 +13,19 @@ namespace zb {
 
 // How the source buffers are filled: typical values, no NaNs or subnormals (which would measure
 // the floating unit's slow paths, not the code); `bits`: random bit patterns, for integer keys.
-enum class Data { f32, i16, bits };
+enum class Data { f32, i16, bits, f64 };
 
 struct Impl {
     std::string who;                  // "ZELK" for ours, else the peer's name
     std::function<void(int n)> run;   // one call on n elements of the global buffers
+    std::function<void(int n)> setup = {};  // if set: made once for n before the calls, untimed
+                                            // and not counted (a transform's plan)
 };
 
 struct Function {
     std::string name;                 // e.g. "Add_32f"
     Data data;
-    double bytes_per_elem;            // bytes read plus written per element
+    double bytes_per_elem;            // bytes read plus written per element; 0: not streaming
     std::vector<Impl> impls;          // ours first
     // For jobs that overwrite their input (sorts): puts the pristine input back before each
     // call, outside the measure (the timer pauses; the counting driver runs it at the fill size

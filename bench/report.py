@@ -70,9 +70,11 @@ arm = arm_rows()
 write("x86_64.csv", x86)
 write("aarch64.csv", arm)
 cpu = next((l.split(":", 1)[1].strip() for l in open("/proc/cpuinfo") if l.startswith("model name")), "?")
-# The report shows the sizes the targets name; the CSV files hold every size.
+# The report shows the sizes the targets name, or a function's own sizes; the CSV files hold
+# every size.
 shown = (4096, 262144, 1048576)
-x86_md = [r for r in x86 if r["n"] in shown]
+own = {r["function"] for r in x86} - {r["function"] for r in x86 if r["n"] in shown}
+x86_md = [r for r in x86 if r["n"] in shown or r["function"] in own]
 md = ["### x86-64, timed (median ns per call; ratio = ours / best peer; memcpy = a copy of the same bytes read and written)",
       "", "Machine: %s, %d logical CPUs, %s." % (cpu, ctx.get("num_cpus", 0), ctx.get("date", "")), "",
       markdown(x86_md, ["function", "n", "ours_ns", "best_peer", "peer_ns", "ratio", "memcpy_ns", "ratio_memcpy"],

@@ -155,6 +155,25 @@ int main(void) {
         }
     }
 
+    printf("\nSpectrum of a real tone, 3 cycles in 16 samples, and back (forward divided by n):\n");
+    {
+        Zelk32f x[16], y[16];
+        Zelk32fc bins[9];
+        ZelkTransformSpec *fwd = NULL, *inv = NULL;
+        int i;
+        for (i = 0; i < 16; ++i) x[i] = (Zelk32f)cos(2 * 3.14159265358979 * 3 * i / 16);
+        show_status("ZELKS_FFTRToCInit_32f(4, 1, &fwd)", ZELKS_FFTRToCInit_32f(4, 1, &fwd));
+        show_status("ZELKS_FFTCToRInit_32f(4, 1, &inv)", ZELKS_FFTCToRInit_32f(4, 1, &inv));
+        ZELKS_FFTRToC_32f(x, bins, fwd);
+        printf("  |bin k|, k = 0..8:");
+        for (i = 0; i < 9; ++i) printf(" %.3f", sqrt(bins[i].re * bins[i].re + bins[i].im * bins[i].im));
+        ZELKS_FFTCToR_32f(bins, y, inv);
+        printf("\n  x[1] = %.6f, back: %.6f\n", x[1], y[1]);
+        show_status("ZELKS_FFTRToCInit_32f(28, 1, &fwd)", ZELKS_FFTRToCInit_32f(28, 1, &fwd)); /* fwd kept */
+        ZELKS_FFTRToCRelease_32f(fwd);
+        ZELKS_FFTCToRRelease_32f(inv);
+    }
+
     printf("\nArguments are checked before anything is written:\n");
     {
         Zelk32f x[4] = {1, 2, 3, 4};

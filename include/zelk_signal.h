@@ -1024,6 +1024,78 @@ ZelkStatus ZELKS_FilterMedian_32s_I(Zelk32s *srcDst, int len, int maskSize, cons
 ZelkStatus ZELKS_FilterMedian_32f_I(Zelk32f *srcDst, int len, int maskSize, const Zelk32f *dlySrc, Zelk32f *dlyDst, Zelk8u *spec);
 ZelkStatus ZELKS_FilterMedian_64f_I(Zelk64f *srcDst, int len, int maskSize, const Zelk64f *dlySrc, Zelk64f *dlyDst, Zelk8u *spec);
 
+/* ---- Transforms: FFT and DFT ------------------------------------------------------------- */
+
+/* One spec per transform: FFT lengths 2^order (order 0..27), DFT lengths 1..134217728.
+ * direction > 0 is the forward transform (exp(-2 pi i jk/n)), 0 or below the inverse. flag
+ * normalises: 1 forward divided by n, 2 inverse divided by n, 3 both by sqrt(n), 4 neither;
+ * RToC counts as forward, CToR as inverse. The f32 divisor is (float)n or (float)sqrt((double)n),
+ * applied as a product with its f32 reciprocal (DivC). Init checks pSpec (1), then order (15) or
+ * len (below 1: 2, above 134217728: 9), then flag (14); a failed Init (9 for memory or plan)
+ * leaves *pSpec unwritten. The real side of RToC and CToR is n reals, the complex side the half
+ * spectrum: n/2+1 bins, bin k at element k. _32f/_64f CToC work on split real and imaginary
+ * arrays. A CToR may overwrite its src. Release accepts null. A spec may serve several threads. */
+typedef struct ZelkTransformSpec ZelkTransformSpec;
+
+ZelkStatus ZELKS_FFTCToCInit_32fc(int order, int direction, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_FFTCToCInit_64fc(int order, int direction, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_FFTCToCInit_32f(int order, int direction, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_FFTCToCInit_64f(int order, int direction, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_FFTRToCInit_32f(int order, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_FFTRToCInit_64f(int order, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_FFTCToRInit_32f(int order, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_FFTCToRInit_64f(int order, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_DFTCToCInit_32fc(int len, int direction, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_DFTCToCInit_64fc(int len, int direction, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_DFTCToCInit_32f(int len, int direction, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_DFTCToCInit_64f(int len, int direction, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_DFTRToCInit_32f(int len, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_DFTRToCInit_64f(int len, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_DFTCToRInit_32f(int len, int flag, ZelkTransformSpec **pSpec);
+ZelkStatus ZELKS_DFTCToRInit_64f(int len, int flag, ZelkTransformSpec **pSpec);
+
+/* Null pointers or a spec without a plan give 1; the spec's length is checked again (FFT 15,
+ * DFT 2 or 9). */
+ZelkStatus ZELKS_FFTCToC_32fc(const Zelk32fc *src, Zelk32fc *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToC_64fc(const Zelk64fc *src, Zelk64fc *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToC_32fc_I(Zelk32fc *srcDst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToC_64fc_I(Zelk64fc *srcDst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToC_32f(const Zelk32f *srcRe, const Zelk32f *srcIm, Zelk32f *dstRe, Zelk32f *dstIm,
+                             const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToC_64f(const Zelk64f *srcRe, const Zelk64f *srcIm, Zelk64f *dstRe, Zelk64f *dstIm,
+                             const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTRToC_32f(const Zelk32f *src, Zelk32fc *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTRToC_64f(const Zelk64f *src, Zelk64fc *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToR_32f(Zelk32fc *src, Zelk32f *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToR_64f(Zelk64fc *src, Zelk64f *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToC_32fc(const Zelk32fc *src, Zelk32fc *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToC_64fc(const Zelk64fc *src, Zelk64fc *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToC_32f(const Zelk32f *srcRe, const Zelk32f *srcIm, Zelk32f *dstRe, Zelk32f *dstIm,
+                             const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToC_64f(const Zelk64f *srcRe, const Zelk64f *srcIm, Zelk64f *dstRe, Zelk64f *dstIm,
+                             const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTRToC_32f(const Zelk32f *src, Zelk32fc *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTRToC_64f(const Zelk64f *src, Zelk64fc *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToR_32f(Zelk32fc *src, Zelk32f *dst, const ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToR_64f(Zelk64fc *src, Zelk64f *dst, const ZelkTransformSpec *spec);
+
+ZelkStatus ZELKS_FFTCToCRelease_32fc(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToCRelease_64fc(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToCRelease_32f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToCRelease_64f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTRToCRelease_32f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTRToCRelease_64f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToRRelease_32f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_FFTCToRRelease_64f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToCRelease_32fc(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToCRelease_64fc(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToCRelease_32f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToCRelease_64f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTRToCRelease_32f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTRToCRelease_64f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToRRelease_32f(ZelkTransformSpec *spec);
+ZelkStatus ZELKS_DFTCToRRelease_64f(ZelkTransformSpec *spec);
+
 #if defined(ZELK_BUILDING) && defined(__GNUC__)
 #pragma GCC visibility pop
 #endif

@@ -1,6 +1,8 @@
 // One call of one implementation on n elements, in a fresh process, for counting instructions
 // under qemu: `zelk_insn <function> <impl> <n> <fill>`. The buffers are always prepared for
-// `fill` elements, so a run at n and a run at 0 differ by the call's work alone.
+// `fill` elements, so a run at n and a run at 0 differ by the call's work alone. A job with a
+// setup (a transform's plan) is set up for `fill` elements in both runs and called only at
+// n > 0: the difference is one execution at that length.
 // `zelk_insn --list` prints the function/implementation pairs and the sizes to count them at.
 #include <cstdio>
 #include <cstdlib>
@@ -30,7 +32,8 @@ int main(int argc, char** argv) {
             const int fill = std::atoi(argv[4]);
             zb::prepare(f.data, size_t(fill));
             if (f.restore) f.restore(fill);  // the same work at n and at 0
-            impl.run(n);
+            if (impl.setup) impl.setup(fill);
+            if (!impl.setup || n > 0) impl.run(n);
             return 0;
         }
     }
