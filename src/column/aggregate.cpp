@@ -88,6 +88,7 @@ bool add_run_in_lanes(const int64_t* p, int len, const uint8_t* nulls, Sum64& s)
 void add_run_in_order(const int64_t* p, int len, const uint8_t* nulls, Sum64& s) {
     each_present(len, nulls,
         [&](int i) {
+#pragma GCC unroll 8
             for (int k = i; k < i + 8; ++k) add_checked(s, p[k]);
         },
         [&](int i) { add_checked(s, p[i]); });
@@ -109,6 +110,7 @@ Total<double> sum_of(const double* p, int len, const uint8_t* nulls) {
     each_present(len, nulls,
         [&](int i) {
             prefetch(p + i, 2048);
+#pragma GCC unroll 8
             for (int k = i; k < i + 8; ++k) s += p[k];
         },
         [&](int i) { s += p[i]; });
@@ -123,6 +125,7 @@ Sum128 decimal_sum(const int64_t* p, int len, const uint8_t* nulls) {
     each_present(len, nulls,
         [&](int i) {
             prefetch(p + i, 2048);
+#pragma GCC unroll 8
             for (int k = i; k < i + 8; ++k) s += p[k];
         },
         [&](int i) { s += p[i]; });
@@ -137,6 +140,7 @@ Sum128 decimal_sum(const Zelkdecimal128* p, int len, const uint8_t* nulls) {
     each_present(len, nulls,
         [&](int i) {
             prefetch(p + i, 2048);
+#pragma GCC unroll 8
             for (int k = i; k < i + 8; ++k) add(p[k]);
         },
         [&](int i) { add(p[i]); });
@@ -258,6 +262,7 @@ ZelkStatus agg_decimal_extreme(const Zelkdecimal128* src, int len, const uint8_t
     i128 a = nulls ? Op::decimal_sentinel : decode(src[0]);
     each_present(len, nulls,
         [&](int i) {
+#pragma GCC unroll 8
             for (int k = i; k < i + 8; ++k) a = Op::keep(a, decode(src[k]));
         },
         [&](int i) { a = Op::keep(a, decode(src[i])); });

@@ -44,7 +44,7 @@ inline uint64_t word32(const uint8_t* p) {
 // accumulators, one 32-byte stripe at a time; that loop is kept out of line so that the common
 // short string runs straight through.
 
-[[gnu::noinline]] uint64_t stripes(const uint8_t*& p, int& n) {
+[[gnu::noinline]] uint64_t stripes(const uint8_t* p, int n) {
     uint64_t a1 = kPrime1 + kPrime2, a2 = kPrime2, a3 = 0, a4 = 0 - kPrime1;
     for (; n >= 32; n -= 32, p += 32) {
         a1 = stripe_round(a1, word64(p));
@@ -56,18 +56,27 @@ inline uint64_t word32(const uint8_t* p) {
     return merge_round(merge_round(merge_round(merge_round(h, a1), a2), a3), a4);
 }
 
-// A length below 0 (offsets out of order, outside the format) hashes as if it were the length
-// with no bytes.
-inline uint64_t xxh64(const uint8_t* p, int n) {
-    const int length = n;
-    uint64_t h = n >= 32 ? stripes(p, n) : kPrime5;
-    h += uint64_t(int64_t(length));
-    for (; n >= 8; n -= 8, p += 8) h = word_step(h, word64(p));
-    if (n >= 4) {
-        h = std::rotl(h ^ (word32(p) * kPrime1), 23) * kPrime2 + kPrime3;
-        n -= 4, p += 4;
+// Behind the stripes at most 31 bytes remain: (n & 24) / 8 words, a 32-bit word if bit 2 is set,
+// then n & 3 bytes. A length below 0 (offsets out of order, outside the format) reads no byte.
+constexpr uint64_t byte_step(uint64_t h, uint8_t b) { return std::rotl(h ^ (b * kPrime5), 11) * kPrime1; }
+[[gnu::always_inline]] inline uint64_t xxh64(const uint8_t* p, int n) {
+    uint64_t h = kPrime5;
+    if (n >= 32) {
+        h = stripes(p, n);
+        p += n & ~31;
     }
-    for (; n > 0; --n, ++p) h = std::rotl(h ^ (*p * kPrime5), 11) * kPrime1;
+    h += uint64_t(int64_t(n));
+    const int rest = n < 0 ? 0 : n & 31;
+    for (const uint8_t* end = p + (rest & 24); p < end; p += 8) h = word_step(h, word64(p));
+    if (rest & 4) {
+        h = std::rotl(h ^ (word32(p) * kPrime1), 23) * kPrime2 + kPrime3;
+        p += 4;
+    }
+    if (rest & 2) {
+        h = byte_step(byte_step(h, p[0]), p[1]);
+        p += 2;
+    }
+    if (rest & 1) h = byte_step(h, p[0]);
     return avalanche(h);
 }
 
@@ -94,23 +103,28 @@ template <class T, class F>
 ZelkStatus hash_each(const T* src, int len, const uint8_t* nulls, uint64_t* hash, F f) {
     if (ZelkStatus s = check_args(len, hash, src)) return s;
     each_present(len, nulls,
-        [&](int i) {
+        [&](int i) {  // all hashes of the block before any store, so that loads and stores pair
             prefetch(src + i, 2048);
-            for (int k = i; k < i + 8; ++k) hash[k] = f(src[k]);
+            uint64_t h[8];
+#pragma GCC unroll 8
+            for (int k = 0; k < 8; ++k) h[k] = f(src[i + k]);
+#pragma GCC unroll 8
+            for (int k = 0; k < 8; ++k) hash[i + k] = h[k];
         },
         [&](int i) { hash[i] = f(src[i]); });
     return ZELK_STS_NO_ERR;
 }
 
+// Each string is hashed where it stands, its steps inlined into the loop.
 ZelkStatus hash_varchar(const uint8_t* data, const int32_t* offsets, int len, const uint8_t* nulls, uint64_t* hash) {
     if (ZelkStatus s = check_args(len, hash, offsets, data)) return s;
-    auto one = [&](int i) {
+    auto one = [=](int i) __attribute__((always_inline)) {
         const uint8_t* p = data + offsets[i];
         prefetch(p, 256);
         hash[i] = xxh64(p, offsets[i + 1] - offsets[i]);
     };
     each_present(len, nulls,
-        [&](int i) {
+        [=](int i) __attribute__((always_inline)) {
             for (int k = i; k < i + 8; ++k) one(k);
         },
         one);
