@@ -11,6 +11,7 @@
 #include <fftw3.h>
 #include <liquid/liquid.h>
 #include <volk/volk.h>
+#include <xxhash.h>
 
 namespace zb {
 namespace {
@@ -104,6 +105,33 @@ void hold(ZelkStatus init, ZelkStatus (*release)(ZelkTransformSpec*)) {
 }
 void hold(fftwf_plan p) { release_held(), g_fftwf = p; }
 void hold(fftw_plan p) { release_held(), g_fftw = p; }
+// ---- Column kernels: a chunk of moderate 64-bit integers in a, doubles in b, a null map with one
+// null in about a hundred, and strings of 4 to 20 bytes; hashes and aggregates go to c.
+struct Column {
+    std::vector<uint8_t> nulls, text;
+    std::vector<int32_t> offsets;
+} g_col;
+void prepare_column(size_t n) {
+    uint64_t s = 0x2545F4914F6CDD1Dull;
+    auto next = [&s] { return s ^= s << 13, s ^= s >> 7, s ^= s << 17; };
+    auto* v = reinterpret_cast<int64_t*>(g_buf.a);
+    auto* d = reinterpret_cast<double*>(g_buf.b);
+    g_col.nulls.assign(n, 0);
+    g_col.text.clear();
+    g_col.offsets.assign(1, 0);
+    for (size_t i = 0; i < n; ++i) {
+        v[i] = int64_t(next() >> 24) - (int64_t(1) << 39);
+        d[i] = double(v[i]) / 4096.0;
+        g_col.nulls[i] = next() % 100 == 0;
+        for (uint64_t k = 4 + next() % 17, r = next(); k > 0; --k, r >>= 3) g_col.text.push_back(uint8_t('a' + r % 26));
+        g_col.offsets.push_back(int32_t(g_col.text.size()));
+    }
+}
+const int64_t* ca() { return reinterpret_cast<const int64_t*>(g_buf.a); }
+const double* cb() { return reinterpret_cast<const double*>(g_buf.b); }
+uint64_t* ch() { return reinterpret_cast<uint64_t*>(g_buf.c); }
+const uint8_t* text(int i) { return g_col.text.data() + g_col.offsets[size_t(i)]; }
+size_t text_len(int i) { return size_t(g_col.offsets[size_t(i) + 1] - g_col.offsets[size_t(i)]); }
 
 std::vector<Function> make_functions() {
     const float k = 0.75f;
@@ -289,6 +317,33 @@ std::vector<Function> make_functions() {
         }, restore_c},
         // The 100 largest, in descending order: ours reads a and also gives their indices;
         // std::partial_sort reorders c in place, values only.
+        // Column kernels. Sums: our vector runs against the plain loop that stops at the first
+        // overflow; the minimum with a null map; hashes against the round as a plain loop and
+        // libxxhash's XXH64 and XXH3 on each element (not the same values: the same job).
+        {"AggSum_64s", Data::column, 8, {
+            {"ZELK", [](int n) { ZELKS_AggSum_64s(ca(), n, nullptr, g_buf.c, reinterpret_cast<Zelk64s*>(g_buf.c + 8)); }},
+            {"scalar", [](int n) { *reinterpret_cast<int64_t*>(g_buf.c + 8) = peer::agg_sum_64s(ca(), nullptr, n, g_buf.c); }},
+        }},
+        {"AggSum_64s_nulls", Data::column, 9, {
+            {"ZELK", [](int n) { ZELKS_AggSum_64s(ca(), n, g_col.nulls.data(), g_buf.c, reinterpret_cast<Zelk64s*>(g_buf.c + 8)); }},
+            {"scalar", [](int n) { *reinterpret_cast<int64_t*>(g_buf.c + 8) = peer::agg_sum_64s(ca(), g_col.nulls.data(), n, g_buf.c); }},
+        }},
+        {"AggMin_64f_nulls", Data::column, 9, {
+            {"ZELK", [](int n) { ZELKS_AggMin_64f(cb(), n, g_col.nulls.data(), reinterpret_cast<Zelk64f*>(g_buf.c)); }},
+            {"scalar", [](int n) { *reinterpret_cast<double*>(g_buf.c) = peer::agg_min_64f(cb(), g_col.nulls.data(), n); }},
+        }},
+        {"Hash_64s", Data::column, 16, {
+            {"ZELK", [](int n) { ZELKS_Hash_64s(ca(), n, nullptr, ch()); }},
+            {"scalar", [](int n) { peer::hash_64s(ca(), ch(), n); }},
+            {"XXH64", [](int n) { for (int i = 0; i < n; ++i) ch()[i] = XXH64(ca() + i, 8, 0); }},
+            {"XXH3", [](int n) { for (int i = 0; i < n; ++i) ch()[i] = XXH3_64bits(ca() + i, 8); }},
+        }},
+        // The same function as XXH64 with seed 0, on strings of 4 to 20 bytes.
+        {"Hash_varchar", Data::column, 24, {
+            {"ZELK", [](int n) { ZELKS_Hash_varchar(g_col.text.data(), g_col.offsets.data(), n, nullptr, ch()); }},
+            {"XXH64", [](int n) { for (int i = 0; i < n; ++i) ch()[i] = XXH64(text(i), text_len(i), 0); }},
+            {"XXH3", [](int n) { for (int i = 0; i < n; ++i) ch()[i] = XXH3_64bits(text(i), text_len(i)); }},
+        }},
         {"TopK_32f", Data::f32, 0, {
             {"ZELK", [](int n) { ZELKS_TopK_32f(fa(), 0, 4, n, g_top_values, g_top_index, kTopK, 0, topk_block()); }},
             {"std::partial_sort", [](int n) { peer::top_k_32f(fc(), n, kTopK); }},
@@ -373,6 +428,7 @@ void prepare(Data data, size_t max_elems) {
         }
     }
     std::memset(g_buf.c, 0, bytes);
+    if (data == Data::column) prepare_column(max_elems);
 }
 
 const std::vector<Function>& functions() {

@@ -12,8 +12,9 @@
 namespace zb {
 
 // How the source buffers are filled: typical values, no NaNs or subnormals (which would measure
-// the floating unit's slow paths, not the code); `bits`: random bit patterns, for integer keys.
-enum class Data { f32, i16, bits, f64 };
+// the floating unit's slow paths, not the code); `bits`: random bit patterns, for integer keys;
+// `column`: a column chunk (cases.cpp, prepare_column).
+enum class Data { f32, i16, bits, f64, column };
 
 struct Impl {
     std::string who;                  // "ZELK" for ours, else the peer's name

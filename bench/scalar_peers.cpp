@@ -148,6 +148,30 @@ void dot_32fc(const float* a, const float* b, int n, float* re_im) {
     }
     re_im[0] = re, re_im[1] = im;
 }
+int64_t agg_sum_64s(const int64_t* a, const uint8_t* nulls, int n, uint8_t* overflow) {
+    int64_t s = 0;
+    *overflow = 0;
+    for (int i = 0; i < n; ++i) {
+        if (nulls && nulls[i]) continue;
+        if (__builtin_add_overflow(s, a[i], &s)) {
+            *overflow = 1;
+            break;
+        }
+    }
+    return s;
+}
+double agg_min_64f(const double* a, const uint8_t* nulls, int n) {
+    double m = 1.7976931348623157e308;
+    for (int i = 0; i < n; ++i)
+        if (!nulls[i]) m = a[i] < m ? a[i] : m;
+    return m;
+}
+void hash_64s(const int64_t* a, uint64_t* h, int n) {
+    for (int i = 0; i < n; ++i) {
+        const uint64_t x = uint64_t(a[i]) * 0xC2B2AE3D27D4EB4Full;
+        h[i] = ((x << 31) | (x >> 33)) * 0x9E3779B185EBCA87ull;
+    }
+}
 void sort_32f(float* a, int n) { std::sort(a, a + n); }
 void sort_32s(int32_t* a, int n) { std::sort(a, a + n); }
 void sort_64u(uint64_t* a, int n) { std::sort(a, a + n); }

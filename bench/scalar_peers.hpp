@@ -33,6 +33,12 @@ int max_index_32f(const float* a, int n, float* m);  // first index of the large
 float norm_l2_32f(const float* a, int n);            // sum of squares left to right, root
 float dot_32f(const float* a, const float* b, int n);
 void dot_32fc(const float* a, const float* b, int n, float* re_im);  // n complex elements
+// Column kernels: sums that stop at the first overflow, a minimum from +DBL_MAX, both skipping
+// elements whose null byte is set (nulls may be null: no element is null); the round hash
+// rotl(x * PRIME64_2, 31) * PRIME64_1 of each element.
+int64_t agg_sum_64s(const int64_t* a, const uint8_t* nulls, int n, uint8_t* overflow);
+double agg_min_64f(const double* a, const uint8_t* nulls, int n);
+void hash_64s(const int64_t* a, uint64_t* h, int n);
 // The C++ library's sorts, compiled the same way.
 void sort_32f(float* a, int n);
 void sort_32s(int32_t* a, int n);

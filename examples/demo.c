@@ -135,6 +135,26 @@ int main(void) {
         printf("  [%g %g; %g %g]\n", p[0], p[1], p[2], p[3]);
     }
 
+    printf("\nColumn kernels: sums that report their overflow, null elements left out, hashes by value:\n");
+    {
+        Zelk64s big[3] = {INT64_MAX, 1, 5}, vals[4] = {10, -3, 1000, 7}, sum;
+        Zelk8u nulls[4] = {0, 1, 0, 0}, over;
+        Zelk64f total;
+        Zelk64u count, h[2];
+        Zelkdecimal128 d[2] = {{0x098A223FFFFFFFFFull, 0x4B3B4CA85A86C47Aull}, {1, 0}}, dsum; /* 10^38 - 1, 1 */
+        const Zelk8u text[] = "abc";
+        const Zelk32s offsets[3] = {0, 0, 3};
+        ZELKS_AggSum_64s(big, 3, NULL, &over, &sum);
+        printf("  AggSum_64s of 2^63-1, 1, 5: overflow %d, sum %lld (the wrapped step; 5 never added)\n", over,
+               (long long)sum);
+        ZELKS_AggMean_64s(vals, 4, nulls, &over, &total, &count);
+        printf("  AggMean_64s of 10, null, 1000, 7: sum %g over %llu elements\n", total, (unsigned long long)count);
+        ZELKS_AggSum_decimal128(d, 2, NULL, &over, &dsum);
+        printf("  AggSum_decimal128 of 10^38 - 1 and 1: overflow %d (more than 38 digits)\n", over);
+        show_status("ZELKS_Hash_varchar(\"\", \"abc\")", ZELKS_Hash_varchar(text, offsets, 2, NULL, h));
+        printf("  0x%016llx 0x%016llx (XXH64, seed 0)\n", (unsigned long long)h[0], (unsigned long long)h[1]);
+    }
+
     printf("\nRadix sort of floats in the total order of their bits, and the 3 largest of 8 samples:\n");
     {
         Zelk32f f[7] = {1.0f, -1.0f, -0.0f, 0.0f, -2.0f, INFINITY, -NAN};

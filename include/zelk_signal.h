@@ -905,6 +905,118 @@ ZelkStatus ZELKS_MMul_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst
 ZelkStatus ZELKS_MMul_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int rows, int cols, int inner);
 ZelkStatus ZELKS_MMul_32fc(const Zelk32fc *src1, const Zelk32fc *src2, Zelk32fc *dst, int rows, int cols, int inner);
 ZelkStatus ZELKS_MMul_64fc(const Zelk64fc *src1, const Zelk64fc *src2, Zelk64fc *dst, int rows, int cols, int inner);
+/* ---- Column aggregates ------------------------------------------------------------------ */
+
+/* Column formats. bool: one byte, 0 false, 1 true. decimal64: the unscaled value as a signed
+ * 64-bit integer. decimal128: sign and magnitude, not two's complement: bit 63 of `hi` is the
+ * sign, the other 127 bits the magnitude; valid for |value| <= 10^38 - 1. varchar: `data` holds
+ * the bytes of all strings, element i is data[offsets[i]] .. data[offsets[i+1] - 1] (len + 1
+ * offsets). nullMap: optional, one byte per element, nonzero marks a null element, which takes no
+ * part in any aggregate; a null nullMap means no element is null. */
+typedef uint8_t Zelkbool;
+typedef int64_t Zelkdecimal64;
+typedef struct { Zelk64u lo, hi; } Zelkdecimal128;
+
+/* AggSum: the sum of the elements that are not null, in index order. Integers: a 64-bit running
+ * sum that stops at the first addition that overflows, sets *overflow to 1 and keeps that
+ * addition's wrapped result. 64f: left to right from +0.0, *overflow always 0. Decimals: a
+ * 128-bit two's complement sum, stopped likewise, stored as decimal128; *overflow is also 1 when
+ * its magnitude is 10^38 or more. The sum is always stored; the flag says whether it is valid.
+ * AggMean: the same sum (integers converted to double) and *count, the number of elements that
+ * are not null; the caller divides. */
+ZelkStatus ZELKS_AggSum_16s(const Zelk16s *src, int len, const Zelk8u *nullMap, Zelk8u *overflow, Zelk64s *sum);
+ZelkStatus ZELKS_AggSum_32s(const Zelk32s *src, int len, const Zelk8u *nullMap, Zelk8u *overflow, Zelk64s *sum);
+ZelkStatus ZELKS_AggSum_64s(const Zelk64s *src, int len, const Zelk8u *nullMap, Zelk8u *overflow, Zelk64s *sum);
+ZelkStatus ZELKS_AggSum_64f(const Zelk64f *src, int len, const Zelk8u *nullMap, Zelk8u *overflow, Zelk64f *sum);
+ZelkStatus ZELKS_AggSum_decimal64(const Zelkdecimal64 *src, int len, const Zelk8u *nullMap, Zelk8u *overflow,
+                                  Zelkdecimal128 *sum);
+ZelkStatus ZELKS_AggSum_decimal128(const Zelkdecimal128 *src, int len, const Zelk8u *nullMap, Zelk8u *overflow,
+                                   Zelkdecimal128 *sum);
+ZelkStatus ZELKS_AggMean_16s(const Zelk16s *src, int len, const Zelk8u *nullMap, Zelk8u *overflow, Zelk64f *sum,
+                             Zelk64u *count);
+ZelkStatus ZELKS_AggMean_32s(const Zelk32s *src, int len, const Zelk8u *nullMap, Zelk8u *overflow, Zelk64f *sum,
+                             Zelk64u *count);
+ZelkStatus ZELKS_AggMean_64s(const Zelk64s *src, int len, const Zelk8u *nullMap, Zelk8u *overflow, Zelk64f *sum,
+                             Zelk64u *count);
+ZelkStatus ZELKS_AggMean_64f(const Zelk64f *src, int len, const Zelk8u *nullMap, Zelk8u *overflow, Zelk64f *sum,
+                             Zelk64u *count);
+ZelkStatus ZELKS_AggMean_decimal64(const Zelkdecimal64 *src, int len, const Zelk8u *nullMap, Zelk8u *overflow,
+                                   Zelkdecimal128 *sum, Zelk64u *count);
+ZelkStatus ZELKS_AggMean_decimal128(const Zelkdecimal128 *src, int len, const Zelk8u *nullMap, Zelk8u *overflow,
+                                    Zelkdecimal128 *sum, Zelk64u *count);
+
+/* AggMax/AggMin with a nullMap: a running value starts at the sentinel (the type's lowest value
+ * for Max, largest for Min; 64f -+1.7976931348623157e308; decimal128 -+(10^38 - 1); bool 0 for
+ * Max, 1 for Min), which is the result when every element is null. Each element x replaces it
+ * unless it beats x; 64f blocks of eight without a null are first reduced by a maximum
+ * (minimum) where NaN wins. Without a nullMap, 16s, 32s and 64f are Max_ and Min_ of the
+ * statistics family; 64s and decimal128 start from the first element. bool: Max gives 1 if any
+ * byte is nonzero, Min 1 if every byte is 1. decimal128 compares values and stores them in
+ * sign-and-magnitude form again (a negative zero comes out as zero). */
+ZelkStatus ZELKS_AggMax_16s(const Zelk16s *src, int len, const Zelk8u *nullMap, Zelk16s *result);
+ZelkStatus ZELKS_AggMax_32s(const Zelk32s *src, int len, const Zelk8u *nullMap, Zelk32s *result);
+ZelkStatus ZELKS_AggMax_64s(const Zelk64s *src, int len, const Zelk8u *nullMap, Zelk64s *result);
+ZelkStatus ZELKS_AggMax_64f(const Zelk64f *src, int len, const Zelk8u *nullMap, Zelk64f *result);
+ZelkStatus ZELKS_AggMax_bool(const Zelkbool *src, int len, const Zelk8u *nullMap, Zelkbool *result);
+ZelkStatus ZELKS_AggMax_decimal128(const Zelkdecimal128 *src, int len, const Zelk8u *nullMap, Zelkdecimal128 *result);
+ZelkStatus ZELKS_AggMin_16s(const Zelk16s *src, int len, const Zelk8u *nullMap, Zelk16s *result);
+ZelkStatus ZELKS_AggMin_32s(const Zelk32s *src, int len, const Zelk8u *nullMap, Zelk32s *result);
+ZelkStatus ZELKS_AggMin_64s(const Zelk64s *src, int len, const Zelk8u *nullMap, Zelk64s *result);
+ZelkStatus ZELKS_AggMin_64f(const Zelk64f *src, int len, const Zelk8u *nullMap, Zelk64f *result);
+ZelkStatus ZELKS_AggMin_bool(const Zelkbool *src, int len, const Zelk8u *nullMap, Zelkbool *result);
+ZelkStatus ZELKS_AggMin_decimal128(const Zelkdecimal128 *src, int len, const Zelk8u *nullMap, Zelkdecimal128 *result);
+
+/* varchar: strings compare as unsigned bytes, a proper prefix below the longer string. The first
+ * greatest (smallest) string is copied to dst, which must hold the longest string of the chunk,
+ * and its length to *dstLen. No nullMap. */
+ZelkStatus ZELKS_AggMax_varchar(const Zelk8u *data, const Zelk32s *offsets, int len, Zelk8u *dst, Zelk32u *dstLen);
+ZelkStatus ZELKS_AggMin_varchar(const Zelk8u *data, const Zelk32s *offsets, int len, Zelk8u *dst, Zelk32u *dstLen);
+
+/* ---- Column hashing --------------------------------------------------------------------- */
+
+/* One 64-bit hash per element, by value, with no seed: R(x) = rotl(x * PRIME64_2, 31) *
+ * PRIME64_1 (the XXH64 round) for 16s, 32s and 64s sign-extended, and for the bits of a 64f
+ * (every NaN gives R(0x7FF8000000000000), +0 and -0 differ); bool 1231 (nonzero) or 1237;
+ * decimal64 the value itself; decimal128 XXH64(lo) ^ XXH64(hi without the sign), so v and -v
+ * hash alike; varchar XXH64 of the bytes, seed 0. With a nullMap, the hash of a null element is
+ * not written. CombineHash: dst = src1 * 31 + src2 (mod 2^64); dst may be src1 or src2. */
+ZelkStatus ZELKS_Hash_16s(const Zelk16s *src, int len, const Zelk8u *nullMap, Zelk64u *hash);
+ZelkStatus ZELKS_Hash_32s(const Zelk32s *src, int len, const Zelk8u *nullMap, Zelk64u *hash);
+ZelkStatus ZELKS_Hash_64s(const Zelk64s *src, int len, const Zelk8u *nullMap, Zelk64u *hash);
+ZelkStatus ZELKS_Hash_64f(const Zelk64f *src, int len, const Zelk8u *nullMap, Zelk64u *hash);
+ZelkStatus ZELKS_Hash_bool(const Zelkbool *src, int len, const Zelk8u *nullMap, Zelk64u *hash);
+ZelkStatus ZELKS_Hash_decimal64(const Zelkdecimal64 *src, int len, const Zelk8u *nullMap, Zelk64u *hash);
+ZelkStatus ZELKS_Hash_decimal128(const Zelkdecimal128 *src, int len, const Zelk8u *nullMap, Zelk64u *hash);
+ZelkStatus ZELKS_Hash_varchar(const Zelk8u *data, const Zelk32s *offsets, int len, const Zelk8u *nullMap, Zelk64u *hash);
+ZelkStatus ZELKS_CombineHash(const Zelk64u *src1, const Zelk64u *src2, Zelk64u *dst, int len);
+
+/* ---- Scans ------------------------------------------------------------------------------ */
+
+/* CountInRange: *count = the number of elements with lowerBound < x < upperBound; 0 without
+ * reading src when no integer lies between the bounds (crossed bounds are no error). */
+ZelkStatus ZELKS_CountInRange_32s(const Zelk32s *src, int len, int *count, Zelk32s lowerBound, Zelk32s upperBound);
+
+/* ReplaceNAN: every NaN (any sign or payload) becomes val; everything else keeps its bits. */
+ZelkStatus ZELKS_ReplaceNAN_32f_I(Zelk32f *srcDst, int len, Zelk32f val);
+ZelkStatus ZELKS_ReplaceNAN_64f_I(Zelk64f *srcDst, int len, Zelk64f val);
+
+/* ZeroCrossing over the len - 1 adjacent pairs (p, q), counted as a float. zcType 0: p * q < 0
+ * (32f: the product rounded in single precision); 1: the sign bits differ (-0 is negative);
+ * 2: half the sum of |sgn(q) - sgn(p)| (16s32f truncates it to an integer). zcType 0 and 1 count
+ * whole blocks of 4 pairs in 4 integer lanes (pair i in lane i mod 4), converted and added as
+ * (l0 + l1) + (l2 + l3), then each remaining pair adds 1 or 0. zcType 2 adds in float lanes from
+ * the start, blocks of 8 pairs in 16s32f (pairs 4..7 after pairs 0..3 into the same 4 lanes) and
+ * 4 in 32f, combined the same way; in 32f a NaN inside the blocks makes the result NaN, behind
+ * them its sign is -1. len 0 is ZELK_STS_SIZE_ERR, zcType above 2 ZELK_STS_ZC_TYPE_ERR. */
+ZelkStatus ZELKS_ZeroCrossing_16s32f(const Zelk16s *src, Zelk32u len, Zelk32f *dst, Zelk32u zcType);
+ZelkStatus ZELKS_ZeroCrossing_32f(const Zelk32f *src, Zelk32u len, Zelk32f *dst, Zelk32u zcType);
+
+/* FindNearestOne: a binary search of the ascending table for inpVal; an exact hit at a probe
+ * returns that index, otherwise the nearer of the two last bounds, the lower one on a tie.
+ * FindNearest does the same for every element of src. */
+ZelkStatus ZELKS_FindNearestOne_16u(Zelk16u inpVal, Zelk16u *outVal, int *outIndex, const Zelk16u *table, int tblLen);
+ZelkStatus ZELKS_FindNearest_16u(const Zelk16u *src, Zelk16u *outVal, int *outIndex, int len, const Zelk16u *table,
+                                 int tblLen);
 
 /* ---- Sorting and selection ----------------------------------------------------------- */
 

@@ -7,7 +7,7 @@ native=(
   g++ cmake make ninja-build pkg-config python3 file
   libsimde-dev libgtest-dev libbenchmark-dev
   libfftw3-dev libsleef-dev libopenblas-dev libopenblas0-serial
-  libvolk2-dev libliquid-dev libhwy-dev
+  libvolk2-dev libliquid-dev libhwy-dev libxxhash-dev
   g++-aarch64-linux-gnu binutils-aarch64-linux-gnu qemu-user
   libglib2.0-dev dpkg-dev xz-utils
 )
@@ -15,6 +15,7 @@ arm64=(
   libc6:arm64 libstdc++6:arm64 libgtest-dev:arm64 libbenchmark-dev:arm64
   libfftw3-dev:arm64 libsleef-dev:arm64 libopenblas-dev:arm64 libopenblas0-serial:arm64
   libvolk2-dev:arm64 libliquid-dev:arm64 libne10-dev:arm64 libhwy-dev:arm64
+  libxxhash-dev:arm64
 )
 
 sudo=""
