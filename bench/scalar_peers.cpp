@@ -105,6 +105,22 @@ int max_index_32f(const float* a, int n, float* m) {
     *m = v;
     return k;
 }
+void exp_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::exp(a[i]);
+}
+void ln_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::log(a[i]);
+}
+void sin_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::sin(a[i]);
+}
+void sqrt_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::sqrt(a[i]);
+}
+void exp_64f(const double* a, double* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::exp(a[i]);
+}
+
 void sort_32f(float* a, int n) { std::sort(a, a + n); }
 void sort_32s(int32_t* a, int n) { std::sort(a, a + n); }
 void sort_64u(uint64_t* a, int n) { std::sort(a, a + n); }

@@ -24,6 +24,12 @@ float sum_32f(const float* a, int n);          // left to right in single precis
 float sum_32f_f64(const float* a, int n);      // left to right in double, rounded once
 void min_max_32f(const float* a, int n, float* lo, float* hi);
 int max_index_32f(const float* a, int n, float* m);  // first index of the largest value
+// The C library's functions in a loop (libm's scalar exp, log, sin and sqrt).
+void exp_32f(const float* a, float* c, int n);
+void ln_32f(const float* a, float* c, int n);
+void sin_32f(const float* a, float* c, int n);
+void sqrt_32f(const float* a, float* c, int n);
+void exp_64f(const double* a, double* c, int n);
 // The C++ library's sorts, compiled the same way.
 void sort_32f(float* a, int n);
 void sort_32s(int32_t* a, int n);

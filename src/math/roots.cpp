@@ -21,7 +21,7 @@ template <class T>
 struct NegativeScan {
     static constexpr ZelkStatus first_status = ZELK_STS_SQRT_NEG_WARN;
     template <class V> auto first(V v) const { return scan::lt(v, T(0)); }
-    template <class V> auto hit(V v) const { return first(v); }
+    bool marked(const T* p) const { return scan::word_negative(p, false); }
     ZelkStatus tail(T x, ZelkStatus s) const { return x < 0 ? first_status : s; }
 };
 

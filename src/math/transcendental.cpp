@@ -23,7 +23,8 @@ struct ExpScan {
     double tail_hi, tail_lo;
     template <class V> auto first(V v) const { return scan::gt(v, hi); }
     template <class V> auto second(V v) const { return scan::lt(v, lo); }
-    template <class V> auto hit(V v) const { return scan::vor(first(v), second(v)); }
+    // Both tests in one: |x| above the smaller of the bounds' magnitudes.
+    bool marked(const T* p) const { return scan::square_at_least(p, std::min(hi, -lo)); }
     ZelkStatus tail(T x, ZelkStatus s) const {
         const double d = x;
         if (d > tail_hi) s = first_status;
@@ -41,7 +42,7 @@ struct LogScan {
     static constexpr ZelkStatus second_status = ZELK_STS_DOMAIN_WARN;
     template <class V> auto first(V v) const { return scan::eq(v, T(0)); }
     template <class V> auto second(V v) const { return scan::lt(v, T(0)); }
-    template <class V> auto hit(V v) const { return scan::le(v, T(0)); }
+    bool marked(const T* p) const { return scan::word_negative(p, true); }
     ZelkStatus tail(T x, ZelkStatus s) const {
         if (x == 0) s = first_status;
         if (x < 0) s = second_status;
@@ -54,7 +55,7 @@ template <class T>
 struct TanScan {
     static constexpr ZelkStatus first_status = ZELK_STS_DOMAIN_WARN;
     template <class V> auto first(V v) const { return scan::abs_ge(v, T(HUGE_VAL)); }
-    template <class V> auto hit(V v) const { return first(v); }
+    bool marked(const T* p) const { return scan::square_at_least(p, std::numeric_limits<T>::max()); }
     ZelkStatus tail(T x, ZelkStatus s) const { return std::isinf(x) ? first_status : s; }
 };
 
