@@ -33,14 +33,19 @@ inline uint32x4_t words(float32x4_t a) { return vreinterpretq_u32_f32(a); }
 inline uint32x4_t words(float64x2_t a, float64x2_t b) {
     return vuzp2q_u32(vreinterpretq_u32_f64(a), vreinterpretq_u32_f64(b));
 }
+// Four vectors to a load (LD1 of four registers).
 template <class T, class Map, class Fold, class W>
 inline W fold_group(const T* p, Map map, Fold fold, W acc) {
-    if constexpr (sizeof(T) == 4) {
-#pragma GCC unroll 16
-        for (int u = 0; u < kGroup / 4; ++u) acc = fold(acc, words(map(vld1q_f32(p + 4 * u))));
-    } else {
-#pragma GCC unroll 16
-        for (int u = 0; u < kGroup / 4; ++u) acc = fold(acc, words(map(vld1q_f64(p + 4 * u)), map(vld1q_f64(p + 4 * u + 2))));
+#pragma GCC unroll 8
+    for (int u = 0; u < kGroup; u += 64 / int(sizeof(T))) {
+        if constexpr (sizeof(T) == 4) {
+            const float32x4x4_t v = vld1q_f32_x4(p + u);
+            for (int k = 0; k < 4; ++k) acc = fold(acc, words(map(v.val[k])));
+        } else {
+            const float64x2x4_t v = vld1q_f64_x4(p + u);
+            acc = fold(acc, words(map(v.val[0]), map(v.val[1])));
+            acc = fold(acc, words(map(v.val[2]), map(v.val[3])));
+        }
     }
     return acc;
 }
