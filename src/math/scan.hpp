@@ -40,7 +40,8 @@ inline W fold_group(const T* p, Map map, Fold fold, W acc) {
     for (int u = 0; u < kGroup; u += 64 / int(sizeof(T))) {
         if constexpr (sizeof(T) == 4) {
             const float32x4x4_t v = vld1q_f32_x4(p + u);
-            for (int k = 0; k < 4; ++k) acc = fold(acc, words(map(v.val[k])));
+            acc = fold(fold(acc, words(map(v.val[0]))), words(map(v.val[1])));
+            acc = fold(fold(acc, words(map(v.val[2]))), words(map(v.val[3])));
         } else {
             const float64x2x4_t v = vld1q_f64_x4(p + u);
             acc = fold(acc, words(map(v.val[0]), map(v.val[1])));
@@ -52,13 +53,13 @@ inline W fold_group(const T* p, Map map, Fold fold, W acc) {
 
 // Marks a group holding an x with |x| > c: x * x, rounded, is then at or above c * c rounded,
 // and a non-negative float's order is its word's (a NaN's word is larger still).
-template <class T> bool square_at_least(const T* p, T c) {
+template <class T> inline bool square_at_least(const T* p, T c) {
     const uint32x4_t top = fold_group(p, [](auto v) { return vmul(v, v); }, [](uint32x4_t a, uint32x4_t w) { return vmaxq_u32(a, w); }, vdupq_n_u32(0));
     return any(vcgeq_u32(top, vdupq_n_u32(word(T(c * c)))));
 }
 // Marks a group holding an x at or below zero (or_zero), or below zero: the smallest word as a
 // signed number, which is negative for every negative x (and -0, -NaN) and 0 for +0.
-template <class T> bool word_negative(const T* p, bool or_zero) {
+template <class T> inline bool word_negative(const T* p, bool or_zero) {
     const int32x4_t low = fold_group(p, [](auto v) { return v; },
                                      [](int32x4_t a, uint32x4_t w) { return vminq_s32(a, vreinterpretq_s32_u32(w)); }, vdupq_n_s32(INT32_MAX));
     return any(vcltq_s32(low, vdupq_n_s32(or_zero ? 1 : 0)));
@@ -67,7 +68,7 @@ template <class T> bool word_negative(const T* p, bool or_zero) {
 // x86-64: the same group tests on 256-bit registers. The development host's SLEEF works 8
 // singles at a time, and 128-bit loads alone would cost a good part of its time; a group test
 // only decides where the blocks are looked at, so the results are those of the NEON version.
-template <class T> bool square_at_least(const T* p, T c) {
+template <class T> inline bool square_at_least(const T* p, T c) {
     if constexpr (sizeof(T) == 4) {
         __m256i top = _mm256_setzero_si256();
 #pragma GCC unroll 8
@@ -87,7 +88,7 @@ template <class T> bool square_at_least(const T* p, T c) {
         return !_mm256_testz_pd(hit, hit);
     }
 }
-template <class T> bool word_negative(const T* p, bool or_zero) {
+template <class T> inline bool word_negative(const T* p, bool or_zero) {
     if constexpr (sizeof(T) == 4) {
         __m256i low = _mm256_set1_epi32(INT32_MAX);
 #pragma GCC unroll 8
