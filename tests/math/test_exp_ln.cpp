@@ -91,7 +91,7 @@ TEST(ExpLnFixed, EveryMemberBitForBit) {
 }
 
 TEST(ExpLnFixed, WorkedExamples) {
-    Zelk32s x[3] = {0, 1, 100}, y[3];
+    Zelk32s x[3] = {0, 1, 100}, y[4];
     ASSERT_EQ(ZELKS_Exp_32s_S(x, y, 3, 1.0), 0);
     EXPECT_TRUE(y[0] == 1 && y[1] == 3 && y[2] == 2147483647);
     Zelk16s m = -1, e;
