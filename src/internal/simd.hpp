@@ -577,4 +577,9 @@ inline void prefetch(const void* p, ptrdiff_t offset) {
     __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(p) + offset), 0, 0);
 }
 
+// Prefetch for a streaming write, `offset` bytes from p.
+inline void prefetch_write(void* p, ptrdiff_t offset) {
+    __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(p) + offset), 1, 0);
+}
+
 }  // namespace zelk::simd
