@@ -12,6 +12,12 @@
 #include <liquid/liquid.h>
 #include <volk/volk.h>
 #include <xxhash.h>
+#include <sleef.h>
+#if defined(__aarch64__)
+#include <arm_neon.h>
+#else
+#include <immintrin.h>
+#endif
 
 namespace zb {
 namespace {
@@ -33,6 +39,37 @@ lv_32fc_t* vb() { return reinterpret_cast<lv_32fc_t*>(g_buf.b); }
 lv_32fc_t* vc() { return reinterpret_cast<lv_32fc_t*>(g_buf.c); }
 unsigned u(int n) { return unsigned(n); }
 int side(int n) { int s = 0; while ((s + 1) * (s + 1) <= n) ++s; return s; }  // of a square of n elements
+
+// ---- SLEEF's 1-ULP vector functions called directly, as a user would: whole vectors of the
+// widest unit the engine uses (AVX2 on x86-64, Advanced SIMD on AArch64), then one padded vector.
+double* da() { return reinterpret_cast<double*>(g_buf.a); }
+double* dc() { return reinterpret_cast<double*>(g_buf.c); }
+#if defined(__aarch64__)
+#define SLEEF_F32(op, u) Sleef_##op##f4_##u##advsimd
+#define SLEEF_F64(op, u) Sleef_##op##d2_##u##advsimd
+inline float32x4_t vload(const float* p) { return vld1q_f32(p); }
+inline float64x2_t vload(const double* p) { return vld1q_f64(p); }
+inline void vstore(float* p, float32x4_t v) { vst1q_f32(p, v); }
+inline void vstore(double* p, float64x2_t v) { vst1q_f64(p, v); }
+#else
+#define SLEEF_F32(op, u) Sleef_##op##f8_##u##avx2
+#define SLEEF_F64(op, u) Sleef_##op##d4_##u##avx2
+inline __m256 vload(const float* p) { return _mm256_loadu_ps(p); }
+inline __m256d vload(const double* p) { return _mm256_loadu_pd(p); }
+inline void vstore(float* p, __m256 v) { _mm256_storeu_ps(p, v); }
+inline void vstore(double* p, __m256d v) { _mm256_storeu_pd(p, v); }
+#endif
+template <class T, class F> void sleef_map(const T* a, T* c, int n, F f) {
+    constexpr int L = int(sizeof(decltype(vload(a))) / sizeof(T));
+    int i = 0;
+    for (; i + L <= n; i += L) vstore(c + i, f(vload(a + i)));
+    if (i < n) {
+        T in[L], out[L];
+        for (int k = 0; k < L; ++k) in[k] = k < n - i ? a[i + k] : T(1);
+        vstore(out, f(vload(in)));
+        std::memcpy(c + i, out, sizeof(T) * size_t(n - i));
+    }
+}
 
 // ---- Sorting and selection: sorts work in place on c, which `restore_c` refills from a.
 constexpr int kLargestSort = 1048576;
@@ -299,6 +336,36 @@ std::vector<Function> make_functions() {
             {"OpenBLAS", [](int n) { if (const int s = side(n))
                 cblas_sgemm(CblasRowMajor, CblasNoTrans, CblasNoTrans, s, s, s, 1.0f, fa(), s, fb(), s, 0.0f, fc(), s); }},
         }, nullptr, {4096, 262144}},
+        // Element-wise mathematics on (0, 64], where the input scans find nothing and run to the
+        // end: ours is the scan plus one engine call; SLEEF is called directly on the same data.
+        {"Exp_32f", Data::f32_positive, 8, {
+            {"ZELK", [](int n) { ZELKS_Exp_32f(fa(), fc(), n); }},
+            {"SLEEF", [](int n) { sleef_map(fa(), fc(), n, [](auto v) { return SLEEF_F32(exp, u10)(v); }); }},
+            {"scalar", [](int n) { peer::exp_32f(fa(), fc(), n); }},
+        }},
+        {"Ln_32f", Data::f32_positive, 8, {
+            {"ZELK", [](int n) { ZELKS_Ln_32f(fa(), fc(), n); }},
+            {"SLEEF", [](int n) { sleef_map(fa(), fc(), n, [](auto v) { return SLEEF_F32(log, u10)(v); }); }},
+            {"scalar", [](int n) { peer::ln_32f(fa(), fc(), n); }},
+        }},
+        {"Sin_32f", Data::f32_positive, 8, {
+            {"ZELK", [](int n) { ZELKS_Sin_32f(fa(), fc(), n); }},
+            {"SLEEF", [](int n) { sleef_map(fa(), fc(), n, [](auto v) { return SLEEF_F32(sin, u10)(v); }); }},
+            {"scalar", [](int n) { peer::sin_32f(fa(), fc(), n); }},
+        }},
+        // SLEEF's correctly rounded square root (0.5 ULP), and its 3.5-ULP one, which is the
+        // instruction itself.
+        {"Sqrt_32f", Data::f32_positive, 8, {
+            {"ZELK", [](int n) { ZELKS_Sqrt_32f(fa(), fc(), n); }},
+            {"SLEEF", [](int n) { sleef_map(fa(), fc(), n, [](auto v) { return SLEEF_F32(sqrt, u05)(v); }); }},
+            {"SLEEF-u35", [](int n) { sleef_map(fa(), fc(), n, [](auto v) { return SLEEF_F32(sqrt, u35)(v); }); }},
+            {"scalar", [](int n) { peer::sqrt_32f(fa(), fc(), n); }},
+        }},
+        {"Exp_64f", Data::f64_positive, 16, {
+            {"ZELK", [](int n) { ZELKS_Exp_64f(da(), dc(), n); }},
+            {"SLEEF", [](int n) { sleef_map(da(), dc(), n, [](auto v) { return SLEEF_F64(exp, u10)(v); }); }},
+            {"scalar", [](int n) { peer::exp_64f(da(), dc(), n); }},
+        }},
         // Sorts of random keys in place; the keys are put back before each call, untimed.
         {"SortRadixAscend_32f_I", Data::f32, 0, {
             {"ZELK", [](int n) { ZELKS_SortRadixAscend_32f_I(fc(), n, radix_block()); }},
@@ -422,6 +489,12 @@ void prepare(Data data, size_t max_elems) {
         } else if (data == Data::f64) {
             auto* d = reinterpret_cast<double*>(p);
             for (size_t i = 0; i < bytes / 8; ++i) d[i] = double(int32_t(next() >> 8) - (1 << 23)) / 4096.0;
+        } else if (data == Data::f32_positive) {
+            auto* f = reinterpret_cast<float*>(p);
+            for (size_t i = 0; i < bytes / 4; ++i) f[i] = float(next() >> 8 | 1) * 0x1p-18f;
+        } else if (data == Data::f64_positive) {
+            auto* d = reinterpret_cast<double*>(p);
+            for (size_t i = 0; i < bytes / 8; ++i) d[i] = double(next() | 1) * 0x1p-26;
         } else {
             auto* h = reinterpret_cast<int16_t*>(p);
             for (size_t i = 0; i < bytes / 2; ++i) h[i] = int16_t(next() >> 16);

@@ -14,7 +14,9 @@ namespace zb {
 // How the source buffers are filled: typical values, no NaNs or subnormals (which would measure
 // the floating unit's slow paths, not the code); `bits`: random bit patterns, for integer keys;
 // `column`: a column chunk (cases.cpp, prepare_column).
-enum class Data { f32, i16, bits, f64, column };
+// `f32_positive`, `f64_positive`: floats or doubles in (0, 64], where no input scan of the
+// mathematics functions finds anything, so the scans run to the end.
+enum class Data { f32, i16, bits, f64, column, f32_positive, f64_positive };
 
 struct Impl {
     std::string who;                  // "ZELK" for ours, else the peer's name

@@ -172,6 +172,22 @@ void hash_64s(const int64_t* a, uint64_t* h, int n) {
         h[i] = ((x << 31) | (x >> 33)) * 0x9E3779B185EBCA87ull;
     }
 }
+void exp_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::exp(a[i]);
+}
+void ln_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::log(a[i]);
+}
+void sin_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::sin(a[i]);
+}
+void sqrt_32f(const float* a, float* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::sqrt(a[i]);
+}
+void exp_64f(const double* a, double* c, int n) {
+    for (int i = 0; i < n; ++i) c[i] = std::exp(a[i]);
+}
+
 void sort_32f(float* a, int n) { std::sort(a, a + n); }
 void sort_32s(int32_t* a, int n) { std::sort(a, a + n); }
 void sort_64u(uint64_t* a, int n) { std::sort(a, a + n); }

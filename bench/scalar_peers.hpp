@@ -39,6 +39,12 @@ void dot_32fc(const float* a, const float* b, int n, float* re_im);  // n comple
 int64_t agg_sum_64s(const int64_t* a, const uint8_t* nulls, int n, uint8_t* overflow);
 double agg_min_64f(const double* a, const uint8_t* nulls, int n);
 void hash_64s(const int64_t* a, uint64_t* h, int n);
+// The C library's functions in a loop (libm's scalar exp, log, sin and sqrt).
+void exp_32f(const float* a, float* c, int n);
+void ln_32f(const float* a, float* c, int n);
+void sin_32f(const float* a, float* c, int n);
+void sqrt_32f(const float* a, float* c, int n);
+void exp_64f(const double* a, double* c, int n);
 // The C++ library's sorts, compiled the same way.
 void sort_32f(float* a, int n);
 void sort_32s(int32_t* a, int n);

@@ -97,6 +97,23 @@ int main(void) {
         printf("0x%04x (65504)\n", h[4]);
     }
 
+    printf("\nElement-wise mathematics: the engine computes every element, a scan of the input warns:\n");
+    {
+        Zelk32f x[6] = {0.0f, 1.0f, -1.0f, 100.0f, 2.0f, 0.25f}, y[6];
+        Zelk16s s[4] = {-4, 4, 100, 30000}, r[4];
+        Zelk32fc z[2] = {{-4, 0}, {3, 4}}, w[2];
+        show_status("ZELKS_Exp_32f (100 overflows)", ZELKS_Exp_32f(x, y, 6));
+        printf("  exp: %g %g %g %g %g %g\n", y[0], y[1], y[2], y[3], y[4], y[5]);
+        show_status("ZELKS_Ln_32f (0 first in its block)", ZELKS_Ln_32f(x, y, 6));
+        printf("  ln:  %g %g %g %g %g %g\n", y[0], y[1], y[2], y[3], y[4], y[5]);
+        show_status("ZELKS_Powx_32f_A24(x, y, 6, 0.5)", ZELKS_Powx_32f_A24(x, y, 6, 0.5f));
+        printf("  x^0.5: %g %g %g %g %g %g\n", y[0], y[1], y[2], y[3], y[4], y[5]);
+        show_status("ZELKS_Sqrt_16s_S(scale 0.25)", ZELKS_Sqrt_16s_S(s, r, 4, 0.25));
+        print_16s("4 sqrt(s)", r, 4);
+        ZELKS_Sqrt_32fc(z, w, 2);
+        printf("  principal roots: sqrt(-4) = %g%+gi, sqrt(3+4i) = %g%+gi\n", w[0].re, w[0].im, w[1].re, w[1].im);
+    }
+
     printf("\nStatistics of a noisy tone (summation order fixed, so every build gives these bits):\n");
     {
         Zelk32f x[1000], h[1000], sum1, sum0, mean, sd, mx;

@@ -648,6 +648,129 @@ ZelkStatus ZELKS_Convert_64f8u_S(const Zelk64f *src, Zelk8u *dst, int len, int r
 ZelkStatus ZELKS_Convert_64f16u_S(const Zelk64f *src, Zelk16u *dst, int len, int rndMode, double scale);
 ZelkStatus ZELKS_Convert_16f16s_S(const Zelk16f *src, Zelk16s *dst, int len, int rndMode, double scale);
 
+/* ---- Squares and roots ----------------------------------------------------------------- */
+
+/* Sqr: x * x. Complex: re = fma(re, re, -(im * im)), im = im * re + im * re. */
+ZelkStatus ZELKS_Sqr_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Sqr_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Sqr_32fc(const Zelk32fc *src, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Sqr_64fc(const Zelk64fc *src, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_Sqr_32f_I(Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Sqr_64f_I(Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_Sqr_32fc_I(Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_Sqr_64fc_I(Zelk64fc *srcDst, int len);
+
+/* Scaled squares (n from scale). 8u, 16u: n > 0 adds 2^(n-1) - 1 to x², saturating in 16 bits
+ * (8u) or 32 bits (16u), and shifts right by n (nearest even wherever the sum fits); n = 0
+ * saturates; n < 0 shifts left, saturating. 16s: x² in double times 2^-n as a float, to nearest
+ * even (the last len mod 8 elements narrow the product to float first). 16sc: re² - im² and
+ * 2 re im (saturating in 32 bits), each times 2^-n, to nearest even, saturated. */
+ZelkStatus ZELKS_Sqr_8u_S(const Zelk8u *src, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_Sqr_16u_S(const Zelk16u *src, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_Sqr_16s_S(const Zelk16s *src, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Sqr_16sc_S(const Zelk16sc *src, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_Sqr_8u_IS(Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sqr_16u_IS(Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sqr_16s_IS(Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sqr_16sc_IS(Zelk16sc *srcDst, int len, double scale);
+
+/* Sqrt of floating arrays by the vector mathematics engine; a negative element (not -0 or NaN)
+ * gives ZELK_STS_SQRT_NEG_WARN after all elements are written. Complex: the principal root,
+ * its imaginary part on the side of im. */
+ZelkStatus ZELKS_Sqrt_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Sqrt_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Sqrt_32fc(const Zelk32fc *src, Zelk32fc *dst, int len);
+ZelkStatus ZELKS_Sqrt_64fc(const Zelk64fc *src, Zelk64fc *dst, int len);
+ZelkStatus ZELKS_Sqrt_32f_I(Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Sqrt_64f_I(Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_Sqrt_32fc_I(Zelk32fc *srcDst, int len);
+ZelkStatus ZELKS_Sqrt_64fc_I(Zelk64fc *srcDst, int len);
+
+/* Scaled roots: the root times 2^-n, to nearest even, saturated. Whole blocks work in single
+ * precision (16s: double), the elements behind them from the double root. A negative element of
+ * 16s or 32s16s gives 0 and ZELK_STS_SQRT_NEG_WARN; 16sc never warns. */
+ZelkStatus ZELKS_Sqrt_8u_S(const Zelk8u *src, Zelk8u *dst, int len, double scale);
+ZelkStatus ZELKS_Sqrt_16u_S(const Zelk16u *src, Zelk16u *dst, int len, double scale);
+ZelkStatus ZELKS_Sqrt_16s_S(const Zelk16s *src, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Sqrt_16sc_S(const Zelk16sc *src, Zelk16sc *dst, int len, double scale);
+ZelkStatus ZELKS_Sqrt_32s16s_S(const Zelk32s *src, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Sqrt_8u_IS(Zelk8u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sqrt_16u_IS(Zelk16u *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sqrt_16s_IS(Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Sqrt_16sc_IS(Zelk16sc *srcDst, int len, double scale);
+
+/* Cube roots: whole blocks by a polynomial guess and one Halley step, the last len mod 4
+ * (32f) or len mod 8 (32s16s) elements by the C library's cbrtf / cbrt. 0, infinities and NaN
+ * pass unchanged. */
+ZelkStatus ZELKS_Cubrt_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Cubrt_32s16s_S(const Zelk32s *src, Zelk16s *dst, int len, double scale);
+
+/* ---- Transcendental functions ----------------------------------------------------------- */
+
+/* Floating members: the vector mathematics engine computes every element (within 1 ULP) in one
+ * call; a scan of the input before the call chooses the status, and all elements are written.
+ * Exp: an input above the overflow bound gives ZELK_STS_TOO_BIG_ERR (202, a warning here), one
+ * below the underflow bound ZELK_STS_EXP_UNDERFLOW_WARN. Ln, Log10: a zero gives
+ * ZELK_STS_SINGULARITY_WARN, a negative input ZELK_STS_DOMAIN_WARN. In whole blocks (4 singles,
+ * 2 doubles) the first block with a hit decides, testing in that order; in the elements behind
+ * them the last hit decides. Pow: a negative base with a non-integral exponent, or a zero base
+ * with a negative one, gives ZELK_STS_DOMAIN_WARN; Tan: an infinite input. */
+ZelkStatus ZELKS_Exp_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Exp_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Exp_32f_I(Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Exp_64f_I(Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_Ln_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Ln_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Ln_32f_I(Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Ln_64f_I(Zelk64f *srcDst, int len);
+ZelkStatus ZELKS_Log10_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Log10_64f(const Zelk64f *src, Zelk64f *dst, int len);
+/* src1 raised to src2. */
+ZelkStatus ZELKS_Pow_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Pow_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Sin_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Sin_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Cos_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Cos_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Tan_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Tan_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Arctan_32f(const Zelk32f *src, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Arctan_64f(const Zelk64f *src, Zelk64f *dst, int len);
+ZelkStatus ZELKS_Arctan_32f_I(Zelk32f *srcDst, int len);
+ZelkStatus ZELKS_Arctan_64f_I(Zelk64f *srcDst, int len);
+/* atan2(src1[i], src2[i]) in (-pi, pi]: src1 holds y, src2 x. */
+ZelkStatus ZELKS_Arctan2_32f(const Zelk32f *src1, const Zelk32f *src2, Zelk32f *dst, int len);
+ZelkStatus ZELKS_Arctan2_64f(const Zelk64f *src1, const Zelk64f *src2, Zelk64f *dst, int len);
+
+/* Fixed point, dst = exp(x) * 2^-n or ln(x) * 2^-n (n from scale), to nearest even, saturated,
+ * by table and polynomial (no engine); whole blocks of 4 and the elements behind them round
+ * differently on the way, which shows in rare last units. Exp uses the EXP_POLY_A* quartic.
+ * Ln: a zero element gives the type's minimum and ZELK_STS_LN_ZERO_WARN, a negative one the
+ * minimum and ZELK_STS_LN_NEG_WARN; the last block or element with such an element decides,
+ * a zero counting after a negative one within a block. */
+ZelkStatus ZELKS_Exp_32s_S(const Zelk32s *src, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_Exp_16s_S(const Zelk16s *src, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Exp_32s_IS(Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Exp_16s_IS(Zelk16s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Ln_32s_S(const Zelk32s *src, Zelk32s *dst, int len, double scale);
+ZelkStatus ZELKS_Ln_16s_S(const Zelk16s *src, Zelk16s *dst, int len, double scale);
+ZelkStatus ZELKS_Ln_32s_IS(Zelk32s *srcDst, int len, double scale);
+ZelkStatus ZELKS_Ln_16s_IS(Zelk16s *srcDst, int len, double scale);
+
+/* Powx: src[i] raised to val (note the argument order). A val that a 32-bit integer holds
+ * exactly goes by repeated squaring in double (a negative one then divides; a zero element gives
+ * ZELK_STS_SINGULARITY_WARN); any other val as exp(val * ln x) over the positive elements, with
+ * x < 0 giving NaN and ZELK_STS_DOMAIN_WARN, x = 0 giving 0 (val > 0) or +inf and
+ * ZELK_STS_SINGULARITY_WARN, the last such element deciding. Powx_32f then allocates two double
+ * buffers per call, ZELK_STS_NULL_PTR_ERR if it cannot. _A21/_A11 and _A50/_A26 give the same
+ * results as _A24 and _A53. */
+ZelkStatus ZELKS_Powx_32f_A24(const Zelk32f *src, Zelk32f *dst, int len, Zelk32f val);
+ZelkStatus ZELKS_Powx_32f_A21(const Zelk32f *src, Zelk32f *dst, int len, Zelk32f val);
+ZelkStatus ZELKS_Powx_32f_A11(const Zelk32f *src, Zelk32f *dst, int len, Zelk32f val);
+ZelkStatus ZELKS_Powx_64f_A53(const Zelk64f *src, Zelk64f *dst, int len, Zelk64f val);
+ZelkStatus ZELKS_Powx_64f_A50(const Zelk64f *src, Zelk64f *dst, int len, Zelk64f val);
+ZelkStatus ZELKS_Powx_64f_A26(const Zelk64f *src, Zelk64f *dst, int len, Zelk64f val);
+
 /* ---- Sums and moments ------------------------------------------------------------------ */
 
 /* Floating sums add in a fixed order: the bulk in vector lanes starting at +0 (element i in

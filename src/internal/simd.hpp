@@ -361,6 +361,71 @@ inline float32x4_t vrecpsq_f32(float32x4_t a, float32x4_t b) {
     return vld1q_f32(x);
 }
 
+// FRECPE and FRECPS on doubles: the same 8-bit estimate with an 11-bit exponent (magnitudes
+// below 2^-1024 give +-inf, huge ones subnormal estimates), and 2 - a*b fused with inf*0 giving
+// +2. SIMDe computes 1/x and a rounded product.
+inline uint64_t frecpe_bits(uint64_t x) {
+    constexpr uint64_t kFrac52 = (uint64_t(1) << 52) - 1;
+    const uint64_t sign = x & 0x8000000000000000ull, exponent = (x >> 52) & 0x7ffu, frac = x & kFrac52;
+    if (exponent == 0x7ff) return frac ? (x | (uint64_t(1) << 51)) : sign;
+    if (exponent == 0 && frac < (uint64_t(1) << 50)) return sign | 0x7ff0000000000000ull;
+    uint64_t fraction = frac;
+    int e = int(exponent);
+    if (e == 0) {
+        if (((fraction >> 51) & 1) == 0) {
+            e = -1;
+            fraction = (fraction << 2) & kFrac52;
+        } else {
+            fraction = (fraction << 1) & kFrac52;
+        }
+    }
+    const uint32_t scaled = 256u | uint32_t(fraction >> 44);
+    const uint32_t estimate = ((1u << 19) / (scaled * 2 + 1) + 1) / 2;
+    int result_exp = 2045 - e;
+    uint64_t out = uint64_t(estimate & 0xffu) << 44;
+    if (result_exp == 0) {
+        out = (uint64_t(1) << 51) | (out >> 1);
+    } else if (result_exp == -1) {
+        out = (uint64_t(1) << 50) | (out >> 2);
+        result_exp = 0;
+    }
+    return sign | (uint64_t(result_exp) << 52) | out;
+}
+inline double frecps_one(double a, double b) {
+    uint64_t na, nb;
+    const double neg_a = -a;
+    std::memcpy(&na, &neg_a, 8);
+    std::memcpy(&nb, &b, 8);
+    constexpr uint64_t kAbs = 0x7fffffffffffffffull, kInf = 0x7ff0000000000000ull, kQuiet = uint64_t(1) << 51;
+    const bool a_nan = (na & kAbs) > kInf, b_nan = (nb & kAbs) > kInf;
+    if (a_nan || b_nan) {
+        uint64_t r;
+        if (a_nan && !(na & kQuiet)) r = na | kQuiet;
+        else if (b_nan && !(nb & kQuiet)) r = nb | kQuiet;
+        else r = a_nan ? na : nb;
+        double f;
+        std::memcpy(&f, &r, 8);
+        return f;
+    }
+    if ((__builtin_isinf(a) && b == 0) || (a == 0 && __builtin_isinf(b))) return 2.0;
+    return __builtin_fma(neg_a, b, 2.0);
+}
+#undef vrecpeq_f64
+inline float64x2_t vrecpeq_f64(float64x2_t a) {
+    uint64_t v[2];
+    vst1q_u64(v, vreinterpretq_u64_f64(a));
+    for (uint64_t& x : v) x = frecpe_bits(x);
+    return vreinterpretq_f64_u64(vld1q_u64(v));
+}
+#undef vrecpsq_f64
+inline float64x2_t vrecpsq_f64(float64x2_t a, float64x2_t b) {
+    double x[2], y[2];
+    vst1q_f64(x, a);
+    vst1q_f64(y, b);
+    for (int k = 0; k < 2; ++k) x[k] = frecps_one(x[k], y[k]);
+    return vld1q_f64(x);
+}
+
 // ---- Shims for the extrema families.
 
 // FMAX/FMIN: a NaN in either operand gives NaN, and +0 counts above -0. SIMDe gives the second
@@ -493,6 +558,17 @@ inline uint16x4_t f32_to_f16(float32x4_t a) {
 }
 #endif
 
+// True when any lane of a comparison mask is set: a reduction on AArch64, PTEST on x86-64
+// (SIMDe's reductions go lane by lane through general registers).
+inline bool any(uint32x4_t m) {
+#if defined(__aarch64__)
+    return vmaxvq_u32(m) != 0;
+#else
+    return !_mm_testz_si128((__m128i)m, (__m128i)m);
+#endif
+}
+inline bool any(uint64x2_t m) { return any(vreinterpretq_u32_u64(m)); }
+
 // Raw 16-byte blocks, for families that only move bits.
 inline uint8x16_t load_bytes(const void* p) { return vld1q_u8(static_cast<const uint8_t*>(p)); }
 inline void store_bytes(void* p, uint8x16_t v) { vst1q_u8(static_cast<uint8_t*>(p), v); }
@@ -501,6 +577,11 @@ inline void store_bytes(void* p, uint8x16_t v) { vst1q_u8(static_cast<uint8_t*>(
 // either end of the array is harmless; the address is formed as an integer for that reason.
 inline void prefetch(const void* p, ptrdiff_t offset) {
     __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(p) + offset), 0, 0);
+}
+
+// Prefetch for a streaming write, `offset` bytes from p.
+inline void prefetch_write(void* p, ptrdiff_t offset) {
+    __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(p) + offset), 1, 0);
 }
 
 }  // namespace zelk::simd
