@@ -211,6 +211,25 @@ int main(void) {
         ZELKS_FFTCToRRelease_32f(inv);
     }
 
+    printf("\nA moving median removes impulses; seeded Gaussian noise repeats call after call:\n");
+    {
+        Zelk32f x[12] = {1, 1, 9, 1, 2, 2, 2, -7, 2, 3, 3, 3}, y[12], g[4], h[4];
+        ZelkRandSpec *spec = NULL;
+        Zelk8u *block = NULL;
+        int i;
+        ZELKS_FilterMedianInit(3, 13, &block);
+        show_status("ZELKS_FilterMedian_32f, window 3", ZELKS_FilterMedian_32f(x, y, 12, 3, NULL, NULL, block));
+        printf("  ");
+        for (i = 0; i < 12; ++i) printf(" %g", y[i]);
+        printf("\n");
+        ZELKS_FilterMedianRelease(block);
+        ZELKS_RandGaussInit_32f(&spec, 0.0f, 1.0f, 2026);
+        ZELKS_RandGauss_32f(g, 4, spec);
+        ZELKS_RandGauss_32f(h, 4, spec);
+        printf("  RandGauss_32f, seed 2026: %.6f %.6f %.6f %.6f, again: %.6f ...\n", g[0], g[1], g[2], g[3], h[0]);
+        ZELKS_RandGaussRelease_32f(spec);
+    }
+
     printf("\nArguments are checked before anything is written:\n");
     {
         Zelk32f x[4] = {1, 2, 3, 4};

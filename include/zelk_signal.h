@@ -913,6 +913,22 @@ ZelkStatus ZELKS_RandUniformRelease_16s(ZelkRandSpec *spec);
 ZelkStatus ZELKS_RandUniformRelease_32f(ZelkRandSpec *spec);
 ZelkStatus ZELKS_RandUniformRelease_64f(ZelkRandSpec *spec);
 
+/* RandGauss: Marsaglia's polar method, mean + stdDev * u * sqrt(-2 ln s / s). Whole blocks take
+ * the library's Ln and Sqrt in single precision (64f: double) and saturate integer results; the
+ * tail uses one pair per element in double and keeps the low bits of an integer result. */
+ZelkStatus ZELKS_RandGaussInit_8u(ZelkRandSpec **pSpec, Zelk8u mean, Zelk8u stdDev, unsigned seed);
+ZelkStatus ZELKS_RandGaussInit_16s(ZelkRandSpec **pSpec, Zelk16s mean, Zelk16s stdDev, unsigned seed);
+ZelkStatus ZELKS_RandGaussInit_32f(ZelkRandSpec **pSpec, Zelk32f mean, Zelk32f stdDev, unsigned seed);
+ZelkStatus ZELKS_RandGaussInit_64f(ZelkRandSpec **pSpec, Zelk64f mean, Zelk64f stdDev, unsigned seed);
+ZelkStatus ZELKS_RandGauss_8u(Zelk8u *dst, int len, const ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandGauss_16s(Zelk16s *dst, int len, const ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandGauss_32f(Zelk32f *dst, int len, const ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandGauss_64f(Zelk64f *dst, int len, const ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandGaussRelease_8u(ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandGaussRelease_16s(ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandGaussRelease_32f(ZelkRandSpec *spec);
+ZelkStatus ZELKS_RandGaussRelease_64f(ZelkRandSpec *spec);
+
 /* ---- Norms and products ------------------------------------------------------------------ */
 
 /* Norm of src, NormDiff of src1 - src2 (in the source type, complex parts apart). Floating

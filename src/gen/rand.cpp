@@ -85,6 +85,66 @@ template <class T> ZelkStatus uniform(T* dst, int len, const ZelkRandSpec* spec)
     return ZELK_STS_NO_ERR;
 }
 
+// ---- Gauss: Marsaglia's polar method. A pair is accepted when s = u^2 + v^2 lies in (0, 1),
+// u = 2a - 1 and v = 2b - 1 from two draws; the integer types and 32f work in single precision.
+// The value is mean + x * stdDev with x = u * sqrt(-2 ln(s) / s).
+
+template <class W> struct Pair {
+    W u, v, s;
+};
+template <class W> Pair<W> accepted_pair() {
+    for (;;) {
+        const W a = W(drand48()), b = W(drand48());
+        const W u = std::fma(W(2), a, W(-1)), v = std::fma(W(2), b, W(-1));
+        const W s = std::fma(u, u, v * v);
+        if (s < W(1) && s != W(0)) return {u, v, s};
+    }
+}
+
+// The library's own logarithm and square root over a block, in the block's precision.
+inline void ln(const float* s, float* l, int n) { ZELKS_Ln_32f(s, l, n); }
+inline void ln(const double* s, double* l, int n) { ZELKS_Ln_64f(s, l, n); }
+inline void root(float* t, int n) { ZELKS_Sqrt_32f_I(t, n); }
+inline void root(double* t, int n) { ZELKS_Sqrt_64f_I(t, n); }
+
+// A block of B elements: pairs fill it two at a time (u, then v, both with the pair's s).
+template <class T, class W, int B> void gauss_block(W mean, W sd, T* dst) {
+    W x[B], s[B], l[B];
+    for (int k = 0; k < B; k += 2) {
+        const Pair<W> p = accepted_pair<W>();
+        x[k] = p.u, x[k + 1] = p.v, s[k] = s[k + 1] = p.s;
+    }
+    ln(s, l, B);
+    for (int k = 0; k < B; ++k) l[k] = (l[k] * W(-2)) / s[k];
+    root(l, B);
+    for (int k = 0; k < B; ++k) {
+        const W v = std::fma(x[k] * l[k], sd, mean);
+        dst[k] = std::is_floating_point_v<T> ? T(v) : saturate<T>(v);
+    }
+}
+
+// A tail element: a pair of its own, u only, in double with the host's logarithm; integer
+// types keep the low bits of the truncated value, 8u from an unsigned 32-bit one.
+template <class T, class W> T gauss_tail(double mean, double sd) {
+    const Pair<W> p = accepted_pair<W>();
+    const double s = double(p.s), t = std::sqrt((std::log(s) * -2.0) / s);
+    const double v = std::fma(double(p.u) * t, sd, mean);
+    if constexpr (std::is_floating_point_v<T>) return T(v);
+    else if constexpr (std::is_unsigned_v<T>) return T(saturate<uint32_t>(v));
+    else return T(saturate<int32_t>(v));
+}
+
+template <class T> ZelkStatus gauss(T* dst, int len, const ZelkRandSpec* spec) {
+    const Record<T>* rec = start(dst, len, spec);
+    if (rec == nullptr) return refusal(dst, len, spec);
+    using W = std::conditional_t<std::is_same_v<T, double>, double, float>;
+    constexpr int B = std::is_same_v<T, double> ? 4 : 8;
+    const int bulk = len / B * B;
+    for (int i = 0; i < bulk; i += B) gauss_block<T, W, B>(W(rec->first), W(rec->second), dst + i);
+    for (int i = bulk; i < len; ++i) dst[i] = gauss_tail<T, W>(double(rec->first), double(rec->second));
+    return ZELK_STS_NO_ERR;
+}
+
 }  // namespace
 }  // namespace zelk
 
@@ -99,8 +159,22 @@ using namespace zelk;
         ZELKS_Free(spec);                                                                                    \
         return ZELK_STS_NO_ERR;                                                                              \
     }
+#define ZELK_GAUSS(T, t)                                                                                     \
+    ZelkStatus ZELKS_RandGaussInit_##t(ZelkRandSpec** pSpec, T mean, T stdDev, unsigned seed) {              \
+        return init(pSpec, mean, stdDev, seed);                                                              \
+    }                                                                                                        \
+    ZelkStatus ZELKS_RandGauss_##t(T* dst, int len, const ZelkRandSpec* spec) { return gauss(dst, len, spec); } \
+    ZelkStatus ZELKS_RandGaussRelease_##t(ZelkRandSpec* spec) {                                              \
+        ZELKS_Free(spec);                                                                                    \
+        return ZELK_STS_NO_ERR;                                                                              \
+    }
 ZELK_RAND(Zelk8u, 8u)
 ZELK_RAND(Zelk16s, 16s)
 ZELK_RAND(Zelk32f, 32f)
 ZELK_RAND(Zelk64f, 64f)
+ZELK_GAUSS(Zelk8u, 8u)
+ZELK_GAUSS(Zelk16s, 16s)
+ZELK_GAUSS(Zelk32f, 32f)
+ZELK_GAUSS(Zelk64f, 64f)
+#undef ZELK_GAUSS
 #undef ZELK_RAND
